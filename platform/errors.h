@@ -6,6 +6,7 @@
 
 #include <exception>
 #include <string>
+#include <utility>
 
 struct RunTimeError final : std::exception {
     RunTimeError(int errorNumber, std::string text) : number(errorNumber), description(std::move(text)) {}

@@ -122,10 +122,11 @@ double Val(std::string_view text) {
     number.erase(std::remove(number.begin(), number.end(), '+'), number.end());
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        const std::size_t exponent = number.find("e-");
-        if (exponent != std::string::npos)
-            return 0;
-        Raise(Errors::kOverflow);
+        const std::size_t significant = number.find_first_not_of("-0");
+        const bool isTooSmall = number.find("e-") != std::string::npos || number[significant] == '.';
+        if (!isTooSmall)
+            Raise(Errors::kOverflow);
+        return 0;
     }
     return value;
 }

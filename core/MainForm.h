@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window as the commands of the other folders see it. frmMain implements it; tests give the
+// commands a small fake. Widgets stay behind it, so who includes it needs no toolkit.
+#pragma once
+
+#include <string>
+
+enum class MousePointer { Default = 0, Hourglass = 11 };
+
+class MainForm {
+public:
+    virtual ~MainForm() = default;
+
+    /// Panel 1 of the status bar, the running commentary; it stays until the next text.
+    virtual void StatusText(const std::string& text) = 0;
+    /// The progress bar under the toolbar. The maximum stays until it is set again.
+    virtual void ProgressMaximum(int maximum) = 0;
+    virtual void ProgressValue(int value) = 0;
+    virtual void Pointer(MousePointer pointer) = 0;
+
+    /// The configuration on display: 0 original, 1 current.
+    virtual int ShowConf() const = 0;
+    /// Checks the menu items and presses the button of a configuration, as a click on its menu item does.
+    virtual void mnuConfig(int index) = 0;
+
+    /// The life of the database session; see DatabaseSession.
+    virtual bool ConnectSinDatabase(const std::string& path) = 0;
+    virtual void OpenSinDatabase() = 0;
+    virtual void CloseSinDatabase(bool clearPath) = 0;
+    virtual void Relink() = 0;
+    virtual void EnableDatabaseCommands() = 0;
+    virtual void DisableDatabaseCommands() = 0;
+
+    /// Empties the tree and the list; the list keeps its columns.
+    virtual void ClearTreeAndList() = 0;
+    /// Rebuilds the tree and empties the list.
+    virtual void mnuViewRefresh() = 0;
+};

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Database access in the shape that the system was written for, over SQLite: a Connection runs SQL of the
+// desktop database's dialect, a Recordset reads rows forward, adds them and updates them in place.
+//
+// A Connection owns its file and its prepared statements, which are cached by the shape of their text. A
+// Recordset keeps a hold on its connection's state, so it may outlive it: used after the connection was
+// closed it raises error 3704. Opening a whole table reads nothing until a row is asked for.
+// All failures are RunTimeError; those of the engine carry number -1 and the engine's own words.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+struct sqlite3;
+
+namespace ADODB {
+
+struct ConnectionState;
+class Recordset;
+
+enum class Cursor { ForwardOnly = 0, Keyset = 1, Dynamic = 2 };
+enum class Lock { ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };
+
+/// Type numbers of fields: text(n), numbers, flags.
+constexpr int kTypeText = 200;
+constexpr int kTypeNumber = 5;
+constexpr int kTypeFlag = 11;
+
+/// A database value: Null, a number (a flag is -1 or 0), or UTF-8 text.
+using Value = std::variant<std::monostate, double, std::string>;
+
+inline bool IsNull(const Value& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
+
+class Connection {
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// "Driver=…;DBQ=<path>;…": the path is what counts.
+    void ConnectionString(const std::string& text);
+
+    /// Opens the file that the connection string names. A missing file is an error, never a new database.
+    /// Brings back the indexes that a killed bulk load left dropped.
+    void Open();
+
+    /// Ends every recordset that was opened on it, writes the log back into the file and closes. Raises
+    /// error -1 if the log file remains, since the file alone would then not be the database. Does
+    /// nothing on a closed connection.
+    void Close();
+    bool IsOpen() const;
+
+    /// Runs one statement to its end, without rows.
+    void Execute(std::string_view sql);
+
+    void BeginTrans();
+    void CommitTrans();
+    void RollbackTrans();
+
+    /// Drops the indexes that no key needs, to fill an empty database faster; they are noted in the file.
+    /// Outside of a transaction it commits at once.
+    void BeginBulkLoad();
+    /// Makes the indexes anew. Does nothing where no bulk load has begun.
+    void EndBulkLoad();
+    bool IsBulkLoading() const;
+
+    /// The engine's own handle, for what has no shape here (checks of integrity in tests and benches).
+    sqlite3* Handle() const;
+
+private:
+    friend class Recordset;
+    std::shared_ptr<ConnectionState> mState;
+    std::string mPath;
+};
+
+/// One column of a recordset's current row. Valid as long as its recordset is open.
+class Field {
+public:
+    const std::string& Name() const { return mName; }
+    int Type() const { return mType; }
+    /// Characters of a text column, bytes of any other.
+    int DefinedSize() const { return mDefinedSize; }
+
+    /// The value in the current or the new row. Raises error 3021 where there is none.
+    ADODB::Value Value() const;
+    /// The value as plain text without a copy: numbers in decimal, flags as "True" and "False", Null as "".
+    /// Valid until the recordset moves or the field is read or written again.
+    std::string_view Text() const;
+    bool IsNull() const;
+    /// The numeric reading: of text by its leading number, of Null 0.
+    double Number() const;
+
+    /// Assign to the new or the current row. A text longer than its column raises error -1, as does text
+    /// that is no number for a number column.
+    void SetText(std::string_view utf8);
+    void SetNumber(double value);
+    void SetFlag(bool value);
+
+private:
+    friend class Recordset;
+    Recordset* mRecordset = nullptr;
+    std::size_t mPosition = 0;
+    std::string mName;
+    int mType = kTypeText;
+    int mDefinedSize = 0;
+};
+
+class FieldList {
+public:
+    std::size_t Count() const { return mFields.size(); }
+    /// By position from 0; raises error 3265 where there is none.
+    Field& Item(std::size_t position);
+    const Field& Item(std::size_t position) const;
+    /// By name without regard to case; raises error 3265 where there is none.
+    Field& Item(std::string_view name);
+    const Field& Item(std::string_view name) const;
+
+private:
+    friend class Recordset;
+    std::vector<Field> mFields;
+};
+
+class Recordset {
+public:
+    Recordset();
+    ~Recordset();
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+
+    void ActiveConnection(const std::shared_ptr<Connection>& connection);
+    void CursorType(Cursor cursor);
+    void LockType(Lock lock);
+    /// A query, or the name of a table.
+    void Source(std::string_view text);
+    void Open();
+    /// All of it at once.
+    void Open(std::string_view source, const std::shared_ptr<Connection>& connection,
+              Cursor cursor = Cursor::Keyset, Lock lock = Lock::ReadOnly);
+
+    /// Raises error 3704 on a closed recordset, as every operation below.
+    void Close();
+    bool IsOpen() const;
+
+    bool EndOfFile();
+    void MoveNext();
+    /// Back to the first row; no error where there is none.
+    void MoveFirst();
+    /// Rows of the query, counted by the engine.
+    std::int32_t RecordCount();
+
+    /// Begins a new row with all columns Null.
+    void AddNew();
+    /// Writes the new row, or what was changed in the current one; nothing where nothing was changed.
+    void Update();
+    /// Forgets the new row, or the changes to the current one.
+    void CancelUpdate();
+
+    FieldList& Fields();
+
+private:
+    friend class Field;
+    struct Implementation;
+    std::unique_ptr<Implementation> mThis;
+};
+
+/// Runs statements of plain text, one after the other.
+class Command {
+public:
+    explicit Command(std::shared_ptr<Connection> connection) : mConnection(std::move(connection)) {}
+    void CommandText(std::string text) { mText = std::move(text); }
+    void Execute() { mConnection->Execute(mText); }
+
+private:
+    std::shared_ptr<Connection> mConnection;
+    std::string mText;
+};
+
+} // namespace ADODB

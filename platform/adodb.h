@@ -20,6 +20,7 @@ struct sqlite3;
 
 namespace ADODB {
 
+struct Column;
 struct ConnectionState;
 class Recordset;
 
@@ -84,10 +85,10 @@ private:
 /// One column of a recordset's current row. Valid as long as its recordset is open.
 class Field {
 public:
-    const std::string& Name() const { return mName; }
-    int Type() const { return mType; }
+    const std::string& Name() const;
+    int Type() const;
     /// Characters of a text column, bytes of any other.
-    int DefinedSize() const { return mDefinedSize; }
+    int DefinedSize() const;
 
     /// The value in the current or the new row. Raises error 3021 where there is none.
     ADODB::Value Value() const;
@@ -101,16 +102,15 @@ public:
     /// Assign to the new or the current row. A text longer than its column raises error -1, as does text
     /// that is no number for a number column.
     void SetText(std::string_view utf8);
+    /// A flag takes any number but 0 as true.
     void SetNumber(double value);
-    void SetFlag(bool value);
+    void SetNull();
 
 private:
     friend class Recordset;
     Recordset* mRecordset = nullptr;
     std::size_t mPosition = 0;
-    std::string mName;
-    int mType = kTypeText;
-    int mDefinedSize = 0;
+    const Column* mColumn = nullptr;
 };
 
 class FieldList {

@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <optional>
+
+#include "platform/accessfunctions.h"
+#include "platform/adodb.h"
+#include "platform/adodbstate.h"
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace ADODB {
+
+namespace {
+
+/// Texts of statements vary with the literals that stay in them; past this the cache starts anew.
+constexpr std::size_t kMostStatements = 500;
+
+/// Notes the indexes that a bulk load has dropped, so that the next opening can make them.
+constexpr const char* kBulkLoadTable = "~BulkLoad";
+
+Column Described(const char* name, const char* declaredType) {
+    const std::string_view declared = declaredType == nullptr ? "TEXT(255)" : declaredType;
+    if (declared == "BOOLEAN")
+        return {name, kTypeFlag, 2};
+    if (!declared.starts_with("TEXT"))
+        return {name, kTypeNumber, 8};
+    const std::size_t width = declared.find('(');
+    return {name, kTypeText,
+            width == std::string_view::npos ? 255 : static_cast<int>(Val(declared.substr(width + 1)))};
+}
+
+std::string PathOf(std::string_view connectionString) {
+    const std::size_t key = connectionString.find("DBQ=");
+    if (key == std::string_view::npos)
+        Raise(Errors::kInvalidCall, "no DBQ in the connection string");
+    std::string_view path = connectionString.substr(key + 4);
+    // A path may hold ";", so it ends where the next key that the system writes begins.
+    path = path.substr(0, std::min(path.rfind(";USR="), path.size()));
+    return std::string(path);
+}
+
+} // namespace
+
+void RaiseDatabase(sqlite3* database) {
+    throw RunTimeError(Errors::kDatabase, database == nullptr ? "out of memory" : sqlite3_errmsg(database));
+}
+
+Statement::Statement(sqlite3* database, const std::string& sql) : mDatabase(database) {
+    if (sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                           &mHandle, nullptr) != SQLITE_OK)
+        RaiseDatabase(database);
+    if (mHandle == nullptr)
+        throw RunTimeError(Errors::kDatabase, "There is no statement to run");
+}
+
+const std::vector<Column>& Statement::Columns() {
+    const int count = sqlite3_column_count(mHandle);
+    if (mColumns.empty())
+        for (int i = 0; i < count; ++i)
+            mColumns.push_back(Described(sqlite3_column_name(mHandle, i), sqlite3_column_decltype(mHandle, i)));
+    return mColumns;
+}
+
+void Statement::Bind(const std::vector<SQLLiteral>& parameters) {
+    int place = 0;
+    for (const SQLLiteral& parameter : parameters) {
+        ++place;
+        if (const auto* text = std::get_if<std::string>(&parameter))
+            sqlite3_bind_text64(mHandle, place, text->data(), text->size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        else
+            sqlite3_bind_double(mHandle, place, std::get<double>(parameter));
+    }
+}
+
+bool Statement::Step() {
+    const int result = sqlite3_step(mHandle);
+    if (result == SQLITE_ROW)
+        return true;
+    if (result != SQLITE_DONE)
+        RaiseDatabase(mDatabase);
+    return false;
+}
+
+void Statement::Run() {
+    int result = SQLITE_ROW;
+    while (result == SQLITE_ROW)
+        result = sqlite3_step(mHandle);
+    // The reset returns the failure of the run, and leaves its message in place.
+    if (sqlite3_reset(mHandle) != SQLITE_OK)
+        RaiseDatabase(mDatabase);
+}
+
+void ConnectionState::CheckOpen() const {
+    if (database == nullptr)
+        Raise(Errors::kConnectionClosed);
+}
+
+Statement& ConnectionState::Acquire(const std::string& sql) {
+    CheckOpen();
+    if (statements.size() >= kMostStatements)
+        std::erase_if(statements, [](const auto& entry) {
+            return std::none_of(entry.second.begin(), entry.second.end(),
+                                [](const auto& statement) { return statement->inUse; });
+        });
+    auto& sameText = statements[sql];
+    const auto found = std::find_if(sameText.begin(), sameText.end(),
+                                    [](const auto& statement) { return !statement->inUse; });
+    Statement& statement =
+        found != sameText.end() ? **found
+                                : *sameText.emplace_back(std::make_unique<Statement>(database, sql));
+    statement.inUse = true;
+    return statement;
+}
+
+Connection::Connection() : mState(std::make_shared<ConnectionState>()) {}
+
+Connection::~Connection() {
+    try {
+        Close();
+    } catch (const RunTimeError&) {
+        // A destructor has nobody to tell; who needs the file whole calls Close.
+    }
+}
+
+void Connection::ConnectionString(const std::string& text) {
+    mPath = PathOf(text);
+}
+
+void Connection::Open() {
+    Close();
+    sqlite3* database = nullptr;
+    const int result =
+        sqlite3_open_v2(mPath.c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    mState->database = database;
+    try {
+        if (result != SQLITE_OK)
+            RaiseDatabase(database);
+        sqlite3_extended_result_codes(database, 1);
+        sqlite3_busy_timeout(database, 5000);
+        RegisterAccessFunctions(database);
+        for (const char* pragma :
+             {"PRAGMA trusted_schema = OFF", "PRAGMA foreign_keys = ON", "PRAGMA synchronous = NORMAL",
+              "PRAGMA cache_size = -32000", "PRAGMA cell_size_check = ON"})
+            if (sqlite3_exec(database, pragma, nullptr, nullptr, nullptr) != SQLITE_OK)
+                RaiseDatabase(database);
+        EndBulkLoad();
+    } catch (const RunTimeError&) {
+        mState->statements.clear();
+        sqlite3_close(database);
+        mState->database = nullptr;
+        throw;
+    }
+}
+
+void Connection::Close() {
+    if (!IsOpen())
+        return;
+    // A dependent leaves the list when it ends, so the list is walked as it was.
+    for (Dependent* dependent : std::vector(mState->dependents))
+        dependent->ConnectionCloses();
+    mState->statements.clear();
+    sqlite3* database = std::exchange(mState->database, nullptr);
+    if (sqlite3_get_autocommit(database) == 0)
+        sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_wal_checkpoint_v2(database, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    if (sqlite3_close(database) != SQLITE_OK)
+        throw RunTimeError(Errors::kDatabase, "The database can not be closed: " + mPath);
+    const std::string log = mPath + "-wal";
+    if (FileExists(log) && FileLength(log) > 0)
+        throw RunTimeError(Errors::kDatabase, "The database's log could not be written back: " + log);
+}
+
+bool Connection::IsOpen() const {
+    return mState->database != nullptr;
+}
+
+void Connection::Execute(std::string_view sql) {
+    mState->CheckOpen();
+    const TranslatedSQL translated = TranslateAccessSQL(sql);
+    const Lease statement(*mState, translated.sql);
+    statement->Bind(translated.parameters);
+    statement->Run();
+}
+
+namespace {
+
+void RunPlain(ConnectionState& state, const std::string& sql) {
+    const Lease statement(state, sql);
+    statement->Run();
+}
+
+std::vector<std::string> Texts(ConnectionState& state, const std::string& sql) {
+    std::vector<std::string> texts;
+    const Lease statement(state, sql);
+    while (statement->Step())
+        texts.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement->Handle(), 0)));
+    return texts;
+}
+
+/// Runs `work` in a transaction of its own, or in the one that is open.
+template <class Work>
+void InTransaction(ConnectionState& state, const Work& work) {
+    const bool isOwn = sqlite3_get_autocommit(state.database) != 0;
+    if (isOwn)
+        RunPlain(state, "BEGIN IMMEDIATE");
+    try {
+        work();
+        if (isOwn)
+            RunPlain(state, "COMMIT");
+    } catch (const RunTimeError&) {
+        if (isOwn && sqlite3_get_autocommit(state.database) == 0)
+            RunPlain(state, "ROLLBACK");
+        throw;
+    }
+}
+
+} // namespace
+
+void Connection::BeginTrans() {
+    RunPlain(*mState, "BEGIN IMMEDIATE");
+}
+
+void Connection::CommitTrans() {
+    RunPlain(*mState, "COMMIT");
+}
+
+void Connection::RollbackTrans() {
+    RunPlain(*mState, "ROLLBACK");
+}
+
+bool Connection::IsBulkLoading() const {
+    mState->CheckOpen();
+    const std::string sql =
+        std::string("SELECT name FROM sqlite_master WHERE type = 'table' AND name = '") + kBulkLoadTable + "'";
+    return !Texts(*mState, sql).empty();
+}
+
+void Connection::BeginBulkLoad() {
+    if (IsBulkLoading())
+        return;
+    const std::string table = std::string("\"") + kBulkLoadTable + "\"";
+    InTransaction(*mState, [&] {
+        const std::string ownIndexes = "FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL";
+        const std::vector<std::string> names = Texts(*mState, "SELECT name " + ownIndexes);
+        RunPlain(*mState, "CREATE TABLE " + table + " AS SELECT sql " + ownIndexes);
+        for (const std::string& name : names)
+            RunPlain(*mState, "DROP INDEX \"" + name + "\"");
+    });
+}
+
+void Connection::EndBulkLoad() {
+    if (!IsBulkLoading())
+        return;
+    const std::string table = std::string("\"") + kBulkLoadTable + "\"";
+    InTransaction(*mState, [&] {
+        for (const std::string& sql : Texts(*mState, "SELECT sql FROM " + table))
+            if (sql.starts_with("CREATE INDEX "))
+                RunPlain(*mState, sql);
+        RunPlain(*mState, "DROP TABLE " + table);
+    });
+}
+
+sqlite3* Connection::Handle() const {
+    return mState->database;
+}
+
+} // namespace ADODB

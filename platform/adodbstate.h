@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a Connection and its Recordsets share: the engine's handle, the cache of prepared statements and the
+// list of recordsets that end with the connection. Internal to the database seam.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/accesssql.h"
+
+namespace ADODB {
+
+/// Throws the engine's present failure of `database` as a RunTimeError.
+[[noreturn]] void RaiseDatabase(sqlite3* database);
+
+/// A column as a field reports it.
+struct Column {
+    std::string name;
+    int type;
+    int definedSize;
+};
+
+/// A prepared statement and the columns of its rows.
+class Statement {
+public:
+    Statement(sqlite3* database, const std::string& sql);
+    ~Statement() { sqlite3_finalize(mHandle); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    sqlite3_stmt* Handle() const { return mHandle; }
+    const std::vector<Column>& Columns();
+    void Bind(const std::vector<SQLLiteral>& parameters);
+    /// True when it stands on a row.
+    bool Step();
+    /// Runs to the end and readies for the next run; rows are passed over. A failure readies it too.
+    void Run();
+    void Reset() { sqlite3_reset(mHandle); }
+
+    bool inUse = false;
+
+private:
+    sqlite3* mDatabase;
+    sqlite3_stmt* mHandle = nullptr;
+    std::vector<Column> mColumns;
+};
+
+/// Ends with its connection.
+class Dependent {
+public:
+    virtual void ConnectionCloses() = 0;
+
+protected:
+    ~Dependent() = default;
+};
+
+struct ConnectionState {
+    sqlite3* database = nullptr;
+    std::unordered_map<std::string, std::vector<std::unique_ptr<Statement>>> statements;
+    std::vector<Dependent*> dependents;
+
+    void CheckOpen() const;
+    /// A statement of this text that nobody is using, from the cache where there is one.
+    Statement& Acquire(const std::string& sql);
+};
+
+/// Holds a statement of the cache for a time, and gives it back ready for the next use.
+class Lease {
+public:
+    Lease() = default;
+    Lease(ConnectionState& state, const std::string& sql) : mStatement(&state.Acquire(sql)) {}
+    Lease(Lease&& other) noexcept : mStatement(std::exchange(other.mStatement, nullptr)) {}
+    Lease& operator=(Lease&& other) noexcept {
+        std::swap(mStatement, other.mStatement);
+        return *this;
+    }
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
+    ~Lease() {
+        if (mStatement != nullptr) {
+            mStatement->Reset();
+            mStatement->inUse = false;
+        }
+    }
+    explicit operator bool() const { return mStatement != nullptr; }
+    Statement* operator->() const { return mStatement; }
+
+private:
+    Statement* mStatement = nullptr;
+};
+
+} // namespace ADODB

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <memory>
+
+#include "platform/clock.h"
+#include "platform/errors.h"
+
+namespace {
+
+/// An open file that closes itself.
+class Descriptor {
+public:
+    Descriptor(const std::string& path, int flags, mode_t mode = 0)
+        : mNumber(open(path.c_str(), flags | O_CLOEXEC, mode)) {
+        if (mNumber < 0)
+            RaiseSystem(errno, path);
+    }
+    ~Descriptor() { close(mNumber); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int Number() const { return mNumber; }
+
+private:
+    int mNumber;
+};
+
+struct stat Status(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0)
+        RaiseSystem(errno, path);
+    return status;
+}
+
+bool IsRegular(const std::string& folder, const dirent& entry) {
+    if (entry.d_type == DT_REG)
+        return true;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
+        return false;
+    return FileExists(JoinPath(folder, static_cast<const char*>(entry.d_name)));
+}
+
+bool EndsWithNoCase(std::string_view text, std::string_view end) {
+    return text.size() >= end.size() && EqualNoCase(text.substr(text.size() - end.size()), end);
+}
+
+void WriteAll(const Descriptor& file, const char* bytes, std::size_t count, const std::string& path) {
+    while (count > 0) {
+        const ssize_t written = write(file.Number(), bytes, count);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            RaiseSystem(errno, path);
+        bytes += written;
+        count -= static_cast<std::size_t>(written);
+    }
+}
+
+/// Reads up to `count` bytes; fewer only at the file's end.
+std::size_t ReadAll(const Descriptor& file, char* bytes, std::size_t count, const std::string& path) {
+    std::size_t total = 0;
+    while (total < count) {
+        const ssize_t got = read(file.Number(), bytes + total, count - total);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            RaiseSystem(errno, path);
+        if (got == 0)
+            break;
+        total += static_cast<std::size_t>(got);
+    }
+    return total;
+}
+
+} // namespace
+
+std::string JoinPath(std::string_view folder, std::string_view name) {
+    if (folder.empty())
+        return {};
+    std::string path(folder);
+    if (path.back() != '/')
+        path += '/';
+    return path.append(name);
+}
+
+std::string FolderOf(std::string_view path) {
+    const std::size_t separator = path.rfind('/');
+    return std::string(path.substr(0, separator == std::string_view::npos ? 0 : separator));
+}
+
+std::string FileNameOf(std::string_view path) {
+    return std::string(path.substr(path.rfind('/') + 1));
+}
+
+std::string ProgramFolder() {
+    std::array<char, PATH_MAX> path{};
+    const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
+    if (length < 0)
+        RaiseSystem(errno, "/proc/self/exe");
+    return FolderOf(std::string_view(path.data(), static_cast<std::size_t>(length)));
+}
+
+DirectoryListing::DirectoryListing(std::string_view folder) {
+    if (folder.empty())
+        return;
+    const std::string path(folder);
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(path.c_str()), closedir);
+    if (!directory)
+        return;
+    while (const dirent* entry = readdir(directory.get())) {
+        const std::string_view name = static_cast<const char*>(entry->d_name);
+        if (name.front() != '.' && IsRegular(path, *entry))
+            mNames.emplace_back(name);
+    }
+    std::sort(mNames.begin(), mNames.end(), [](const std::string& a, const std::string& b) {
+        if (!EqualNoCase(a, b))
+            return LessNoCase(a, b);
+        return a < b;
+    });
+    const auto isRepeated = [this](std::size_t i) { return i > 0 && EqualNoCase(mNames[i], mNames[i - 1]); };
+    std::vector<std::string> firsts;
+    firsts.reserve(mNames.size());
+    for (std::size_t i = 0; i < mNames.size(); ++i)
+        (isRepeated(i) ? mOtherSpellings : firsts).push_back(mNames[i]);
+    mNames = std::move(firsts);
+}
+
+std::vector<std::string> DirectoryListing::WithExtension(std::string_view extension) const {
+    std::vector<std::string> names;
+    for (const std::string& name : mNames)
+        if (EndsWithNoCase(name, extension))
+            names.push_back(name);
+    return names;
+}
+
+std::optional<std::string> DirectoryListing::Find(std::string_view name) const {
+    if (std::find(mOtherSpellings.begin(), mOtherSpellings.end(), name) != mOtherSpellings.end())
+        return std::string(name);
+    const auto found = std::lower_bound(mNames.begin(), mNames.end(), name, LessNoCase);
+    if (found == mNames.end() || !EqualNoCase(*found, name))
+        return std::nullopt;
+    return *found;
+}
+
+std::optional<std::string> FindFile(std::string_view folder, std::string_view name) {
+    const std::string path = JoinPath(folder, name);
+    if (path.empty() || name.empty())
+        return std::nullopt;
+    if (FileExists(path))
+        return path;
+    const std::optional<std::string> found = DirectoryListing(folder).Find(name);
+    if (!found)
+        return std::nullopt;
+    return JoinPath(folder, *found);
+}
+
+bool FileExists(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+std::uint64_t FileLength(const std::string& path) {
+    return static_cast<std::uint64_t>(Status(path).st_size);
+}
+
+LocalTime FileStamp(const std::string& path) {
+    return ToLocalTime(Status(path).st_mtime);
+}
+
+std::string ReadFile(const std::string& path) {
+    // Not to wait for a writer, should the name have become a pipe since it was listed.
+    const Descriptor file(path, O_RDONLY | O_NONBLOCK);
+    struct stat status {};
+    if (fstat(file.Number(), &status) != 0)
+        RaiseSystem(errno, path);
+    if (!S_ISREG(status.st_mode))
+        Raise(Errors::kPathAccess, path);
+    if (static_cast<std::uint64_t>(status.st_size) > kLargestFile)
+        Raise(Errors::kOutOfMemory, path);
+    std::string contents(static_cast<std::size_t>(status.st_size), '\0');
+    contents.resize(ReadAll(file, contents.data(), contents.size(), path));
+    return contents;
+}
+
+void DeleteFile(const std::string& path) {
+    if (unlink(path.c_str()) != 0)
+        RaiseSystem(errno, path);
+}
+
+void CopyFile(const std::string& source, const std::string& target) {
+    constexpr std::size_t kBlock = std::size_t{1} << 20U;
+    const Descriptor from(source, O_RDONLY);
+    const Descriptor to(target, O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
+    if (fchmod(to.Number(), S_IRUSR | S_IWUSR) != 0)
+        RaiseSystem(errno, target);
+    std::string block(kBlock, '\0');
+    while (const std::size_t count = ReadAll(from, block.data(), block.size(), source))
+        WriteAll(to, block.data(), count, target);
+}
+
+void DeleteDatabase(const std::string& path) {
+    DeleteFile(path);
+    for (const char* suffix : {"-wal", "-shm"})
+        if (FileExists(path + suffix))
+            DeleteFile(path + suffix);
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A tool of the build: writes the empty inventory database that its one argument names.
+#include <cstdio>
+#include <filesystem>
+
+#include "import/Schema.h"
+#include "platform/errors.h"
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fputs("usage: MakeTemplate <file>\n", stderr);
+        return 2;
+    }
+    try {
+        std::filesystem::remove(argv[1]);
+        CreateDatabase(argv[1]);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s: %s\n", argv[1], failure.what());
+        return 1;
+    }
+    return 0;
+}

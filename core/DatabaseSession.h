@@ -5,11 +5,11 @@
 // Sequence of every road: ConnectSinDatabase, on true OpenSinDatabase, then EnableDatabaseCommands.
 #pragma once
 
-#include <functional>
-#include <string>
-
 #include "platform/clock.h"
 #include "platform/prompts.h"
+
+#include <functional>
+#include <string>
 
 class MainForm;
 

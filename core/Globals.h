@@ -3,11 +3,11 @@
 // session; what does the work takes what it needs as arguments.
 #pragma once
 
+#include "platform/adodb.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
-
-#include "platform/adodb.h"
 
 class MainForm;
 

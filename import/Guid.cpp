@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/Guid.h"
 
-#include <array>
-
 #include "platform/identifiers.h"
+
+#include <array>
 
 namespace {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A tool of the build: writes the empty inventory database that its one argument names.
-#include <cstdio>
-#include <filesystem>
-
 #include "import/Schema.h"
 #include "platform/errors.h"
+
+#include <cstdio>
+#include <filesystem>
 
 int main(int argc, char** argv) {
     if (argc != 2) {

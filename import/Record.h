@@ -4,11 +4,11 @@
 // One object serves record after record; what it returns are views into the file's contents.
 #pragma once
 
+#include "import/TextSearch.h"
+
 #include <functional>
 #include <string_view>
 #include <vector>
-
-#include "import/TextSearch.h"
 
 class Record {
 public:

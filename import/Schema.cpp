@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/Schema.h"
 
+#include "platform/errors.h"
+
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
@@ -8,8 +10,6 @@
 #include <array>
 #include <cerrno>
 #include <memory>
-
-#include "platform/errors.h"
 
 namespace {
 
@@ -80,16 +80,11 @@ constexpr ColumnDefinition kMSOffice[] = {
 };
 
 constexpr ColumnDefinition kInput[] = {
-    {"COMPUTERNAME", Text, 50},
-    {"ConfID", Number},
-    {"Keyboard Name", Text, 50},
-    {"Keyboard Delay", Number},
-    {"Keyboard Speed", Number},
-    {"Function Keys", Number},
-    {"Mouse Name", Text, 50},
-    {"Mouse Buttons", Number},
-    {"Mouse Wheel", Flag},
-    {"Mouse Double-Click Speed", Number},
+    {"COMPUTERNAME", Text, 50},  {"ConfID", Number},
+    {"Keyboard Name", Text, 50}, {"Keyboard Delay", Number},
+    {"Keyboard Speed", Number},  {"Function Keys", Number},
+    {"Mouse Name", Text, 50},    {"Mouse Buttons", Number},
+    {"Mouse Wheel", Flag},       {"Mouse Double-Click Speed", Number},
 };
 
 constexpr ColumnDefinition kDrives[] = {
@@ -129,10 +124,10 @@ constexpr ColumnDefinition kUninstallData[] = {
 };
 
 constexpr ColumnDefinition kDeviceData[] = {
-    {"Device Auto ID", Text, 36},  {"COMPUTERNAME", Text, 50},      {"ConfID", Number},
-    {"Device Catagory", Text, 50}, {"Device Problem", Text, 50},    {"Device Name", Text, 50},
-    {"Device Driver Date", Text, 8}, {"Device IO", Text, 50},       {"Device IRQ", Text, 50},
-    {"Device DMA", Text, 50},      {"Device Memory", Text, 50},     {"Device Extra Info", Text, 50},
+    {"Device Auto ID", Text, 36},    {"COMPUTERNAME", Text, 50},   {"ConfID", Number},
+    {"Device Catagory", Text, 50},   {"Device Problem", Text, 50}, {"Device Name", Text, 50},
+    {"Device Driver Date", Text, 8}, {"Device IO", Text, 50},      {"Device IRQ", Text, 50},
+    {"Device DMA", Text, 50},        {"Device Memory", Text, 50},  {"Device Extra Info", Text, 50},
 };
 
 constexpr ColumnDefinition kDeviceDisplay[] = {
@@ -142,22 +137,22 @@ constexpr ColumnDefinition kDeviceDisplay[] = {
 };
 
 constexpr ColumnDefinition kDeviceMotherBoard[] = {
-    {"Device Auto ID", Text, 36}, {"BIOS Name", Text, 50}, {"BIOS Date", Text, 8},     {"BIOS Version", Text, 50},
-    {"BUS Type", Text, 50},       {"CPU", Text, 50},       {"Machine Type", Text, 50}, {"Model", Text, 50},
+    {"Device Auto ID", Text, 36}, {"BIOS Name", Text, 50}, {"BIOS Date", Text, 8},
+    {"BIOS Version", Text, 50},   {"BUS Type", Text, 50},  {"CPU", Text, 50},
+    {"Machine Type", Text, 50},   {"Model", Text, 50},
 };
 
 constexpr ColumnDefinition kDeviceNetwork[] = {
-    {"Device Auto ID", Text, 36},   {"Protocol Number", Number},    {"Protocol Name", Text, 50},
-    {"Protocol IP", Text, 20},      {"Protocol Mask", Text, 20},    {"Protocol Gateway", Text, 20},
-    {"Protocol Wins1", Text, 20},   {"Protocol Wins2", Text, 20},   {"Protocol Client1", Text, 50},
+    {"Device Auto ID", Text, 36},   {"Protocol Number", Number},  {"Protocol Name", Text, 50},
+    {"Protocol IP", Text, 20},      {"Protocol Mask", Text, 20},  {"Protocol Gateway", Text, 20},
+    {"Protocol Wins1", Text, 20},   {"Protocol Wins2", Text, 20}, {"Protocol Client1", Text, 50},
     {"Protocol Client2", Text, 50},
 };
 
 constexpr ColumnDefinition kPersonal[] = {
-    {"COMPUTERNAME", Text, 50},   {"Name", Text, 50},         {"Surname", Text, 50},  {"ID", Text, 50},
-    {"EmployeeNumber", Text, 50}, {"PhoneH", Text, 50},       {"HomeAddress", Text, 255},
-    {"Building", Text, 50},       {"Floor", Text, 50},        {"Office", Text, 50},   {"PhoneW", Text, 50},
-    {"AssetNumber", Text, 50},
+    {"COMPUTERNAME", Text, 50},   {"Name", Text, 50},   {"Surname", Text, 50},      {"ID", Text, 50},
+    {"EmployeeNumber", Text, 50}, {"PhoneH", Text, 50}, {"HomeAddress", Text, 255}, {"Building", Text, 50},
+    {"Floor", Text, 50},          {"Office", Text, 50}, {"PhoneW", Text, 50},       {"AssetNumber", Text, 50},
 };
 
 constexpr ColumnDefinition kVersion[] = {

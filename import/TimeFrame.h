@@ -2,10 +2,10 @@
 // The rule that decides whether an inventory file counts as changed since it was last imported.
 #pragma once
 
+#include "platform/text.h"
+
 #include <optional>
 #include <string_view>
-
-#include "platform/text.h"
 
 /// The setting: how much younger than the stored stamp a file must be. Units: 0 seconds, 1 minutes,
 /// 2 hours, 3 days.

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/cINIReader.h"
 
+#include "platform/errors.h"
+#include "platform/files.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <optional>
-
-#include "platform/errors.h"
-#include "platform/files.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 // edges are the format's: collectors write for them (see GetValue). Lines end in CR LF and in nothing else.
 #pragma once
 
+#include "import/TextSearch.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "import/TextSearch.h"
 
 class cINIReader {
 public:
@@ -32,7 +32,8 @@ public:
     /// the line's end. `fallback` where header or key is missing, or the key stands behind the section's
     /// end, which is the next line that ends in "]". A last line without CR LF loses its last byte.
     /// Case counts. The view lives until the contents change.
-    std::string_view GetValue(std::string_view section, std::string_view key, std::string_view fallback) const;
+    std::string_view GetValue(std::string_view section, std::string_view key,
+                              std::string_view fallback) const;
 
     /// Searches in the contents; what GetValue returns lies in its text.
     const TextSearch& Search() const { return mSearch; }

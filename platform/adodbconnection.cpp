@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
-#include <optional>
-
 #include "platform/accessfunctions.h"
 #include "platform/adodb.h"
 #include "platform/adodbstate.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/text.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace ADODB {
 
@@ -58,8 +58,18 @@ const std::vector<Column>& Statement::Columns() {
     const int count = sqlite3_column_count(mHandle);
     if (mColumns.empty())
         for (int i = 0; i < count; ++i)
-            mColumns.push_back(Described(sqlite3_column_name(mHandle, i), sqlite3_column_decltype(mHandle, i)));
+            mColumns.push_back(
+                Described(sqlite3_column_name(mHandle, i), sqlite3_column_decltype(mHandle, i)));
     return mColumns;
+}
+
+void BindNumber(sqlite3_stmt* statement, int place, double number) {
+    // Compared with a text column, 1.0 would be "1.0".
+    constexpr double kExact = 9007199254740992.0;
+    if (number == std::trunc(number) && std::abs(number) <= kExact)
+        sqlite3_bind_int64(statement, place, static_cast<sqlite3_int64>(number));
+    else
+        sqlite3_bind_double(statement, place, number);
 }
 
 void Statement::Bind(const std::vector<SQLLiteral>& parameters) {
@@ -69,7 +79,7 @@ void Statement::Bind(const std::vector<SQLLiteral>& parameters) {
         if (const auto* text = std::get_if<std::string>(&parameter))
             sqlite3_bind_text64(mHandle, place, text->data(), text->size(), SQLITE_TRANSIENT, SQLITE_UTF8);
         else
-            sqlite3_bind_double(mHandle, place, std::get<double>(parameter));
+            BindNumber(mHandle, place, std::get<double>(parameter));
     }
 }
 
@@ -106,9 +116,9 @@ Statement& ConnectionState::Acquire(const std::string& sql) {
     auto& sameText = statements[sql];
     const auto found = std::find_if(sameText.begin(), sameText.end(),
                                     [](const auto& statement) { return !statement->inUse; });
-    Statement& statement =
-        found != sameText.end() ? **found
-                                : *sameText.emplace_back(std::make_unique<Statement>(database, sql));
+    Statement& statement = found != sameText.end()
+                               ? **found
+                               : *sameText.emplace_back(std::make_unique<Statement>(database, sql));
     statement.inUse = true;
     return statement;
 }
@@ -231,8 +241,8 @@ void Connection::RollbackTrans() {
 
 bool Connection::IsBulkLoading() const {
     mState->CheckOpen();
-    const std::string sql =
-        std::string("SELECT name FROM sqlite_master WHERE type = 'table' AND name = '") + kBulkLoadTable + "'";
+    const std::string sql = std::string("SELECT name FROM sqlite_master WHERE type = 'table' AND name = '") +
+                            kBulkLoadTable + "'";
     return !Texts(*mState, sql).empty();
 }
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
-#include <cmath>
-#include <optional>
-
 #include "platform/adodb.h"
 #include "platform/adodbstate.h"
 #include "platform/errors.h"
 #include "platform/text.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace ADODB {
 
@@ -130,7 +129,7 @@ struct Recordset::Implementation final : Dependent {
                                     SQLITE_UTF8);
                 break;
             case Cell::Kind::Number:
-                sqlite3_bind_double(handle, place, cell.number);
+                BindNumber(handle, place, cell.number);
                 break;
             default:
                 sqlite3_bind_null(handle, place);
@@ -184,7 +183,8 @@ struct Recordset::Implementation final : Dependent {
             return;
         if (!hasRowID)
             throw RunTimeError(Errors::kDatabase, "The rows of this query can not be changed: " + source);
-        const Lease update(*state, "UPDATE " + QuotedName(table) + " SET " + assignments + " WHERE rowid = ?");
+        const Lease update(*state,
+                           "UPDATE " + QuotedName(table) + " SET " + assignments + " WHERE rowid = ?");
         int place = 0;
         for (const std::size_t position : changed)
             BindCell(*update.operator->(), ++place, position);
@@ -409,7 +409,8 @@ bool Field::IsNull() const {
     Recordset::Implementation& row = *mRecordset->mThis;
     row.CheckRow();
     if (row.IsAssigned(mPosition))
-        return row.cells[mPosition].kind == Cell::Kind::Null || row.cells[mPosition].kind == Cell::Kind::Unset;
+        return row.cells[mPosition].kind == Cell::Kind::Null ||
+               row.cells[mPosition].kind == Cell::Kind::Unset;
     return sqlite3_column_type(row.select->Handle(), static_cast<int>(mPosition)) == SQLITE_NULL;
 }
 

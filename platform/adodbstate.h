@@ -3,20 +3,24 @@
 // list of recordsets that end with the connection. Internal to the database seam.
 #pragma once
 
+#include "platform/accesssql.h"
+
 #include <sqlite3.h>
 
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
-
-#include "platform/accesssql.h"
 
 namespace ADODB {
 
 /// Throws the engine's present failure of `database` as a RunTimeError.
 [[noreturn]] void RaiseDatabase(sqlite3* database);
+
+/// Binds a whole number as an integer, any other as a real one.
+void BindNumber(sqlite3_stmt* statement, int place, double number);
 
 /// A column as a field reports it.
 struct Column {

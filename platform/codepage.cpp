@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/codepage.h"
 
+#include "platform/errors.h"
+#include "platform/text.h"
+
 #include <iconv.h>
 
 #include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
-
-#include "platform/errors.h"
-#include "platform/text.h"
 
 namespace {
 
@@ -47,7 +47,11 @@ constexpr char32_t kNoCharacter = 0xFFFFFFFF;
 /// Takes one character off the front of UTF-8 text; one byte, and kNoCharacter, where none begins.
 char32_t TakeCharacter(std::string_view& text) {
     const auto first = static_cast<unsigned char>(text.front());
-    const std::size_t length = first < 0x80 ? 1 : first >> 5U == 6 ? 2 : first >> 4U == 14 ? 3 : first >> 3U == 30 ? 4 : 0;
+    const std::size_t length = first < 0x80        ? 1
+                               : first >> 5U == 6  ? 2
+                               : first >> 4U == 14 ? 3
+                               : first >> 3U == 30 ? 4
+                                                   : 0;
     const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
     if (length == 0 || text.size() < length ||
         !std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length), isContinuation)) {
@@ -63,8 +67,7 @@ char32_t TakeCharacter(std::string_view& text) {
 
 class Converter {
 public:
-    explicit Converter(int page)
-        : mHandle(iconv_open("UTF-16LE", ("CP" + std::to_string(page)).c_str())) {
+    explicit Converter(int page) : mHandle(iconv_open("UTF-16LE", ("CP" + std::to_string(page)).c_str())) {
         if (mHandle == reinterpret_cast<iconv_t>(-1)) // NOLINT(performance-no-int-to-ptr): iconv's own mark
             Raise(Errors::kInvalidCall, "code page " + std::to_string(page));
     }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/files.h"
 
+#include "platform/clock.h"
+#include "platform/errors.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,9 +14,6 @@
 #include <cerrno>
 #include <climits>
 #include <memory>
-
-#include "platform/clock.h"
-#include "platform/errors.h"
 
 namespace {
 
@@ -170,6 +170,14 @@ bool FileExists(const std::string& path) {
 
 std::uint64_t FileLength(const std::string& path) {
     return static_cast<std::uint64_t>(Status(path).st_size);
+}
+
+std::uint64_t ReadableLength(const std::string& path) {
+    const Descriptor file(path, O_RDONLY | O_NONBLOCK);
+    struct stat status {};
+    if (fstat(file.Number(), &status) != 0)
+        RaiseSystem(errno, path);
+    return static_cast<std::uint64_t>(status.st_size);
 }
 
 LocalTime FileStamp(const std::string& path) {

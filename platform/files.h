@@ -4,13 +4,13 @@
 // Paths are UTF-8 or whatever bytes the disk has; "/" separates.
 #pragma once
 
+#include "platform/text.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/text.h"
 
 /// `folder` and `name` with one separator between them; an empty folder gives an empty path, never "/name".
 std::string JoinPath(std::string_view folder, std::string_view name);
@@ -47,6 +47,8 @@ std::optional<std::string> FindFile(std::string_view folder, std::string_view na
 bool FileExists(const std::string& path);
 /// Length in bytes; raises error 53 where there is no such file.
 std::uint64_t FileLength(const std::string& path);
+/// As FileLength, of a file that the caller may read; raises error 70 where it may not.
+std::uint64_t ReadableLength(const std::string& path);
 /// When the file was last modified; raises error 53 where there is none.
 LocalTime FileStamp(const std::string& path);
 

@@ -39,8 +39,8 @@ int CoCreateGuid(Identifier& identifier) {
     if (!random.Take(tail.data(), tail.size()))
         return 1;
     const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
-    const auto milliseconds = static_cast<std::uint64_t>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(sinceEpoch).count());
+    const auto milliseconds =
+        static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(sinceEpoch).count());
     // Time and count are one number that only grows, also when the clock is set back.
     last = std::max(last + 1, milliseconds * kCountsPerMillisecond);
     const std::uint64_t time = last / kCountsPerMillisecond;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/text.h"
 
+#include "platform/errors.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
-
-#include "platform/errors.h"
 
 namespace {
 
@@ -204,8 +204,7 @@ std::string FormatNumber(double value, std::string_view pattern) {
             continue;
         }
         const char digit = decimal < decimals.size() ? decimals[decimal] : '0';
-        const bool isDropped =
-            c == '#' && decimals.find_first_not_of('0', decimal) == std::string::npos;
+        const bool isDropped = c == '#' && decimals.find_first_not_of('0', decimal) == std::string::npos;
         if (!isDropped)
             back += digit;
         ++decimal;

@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "import/cSinImport.h"
+
+#include "platform/accesssql.h"
+#include "platform/errors.h"
+#include "platform/files.h"
+
+#include <new>
+#include <utility>
+
+namespace {
+
+/// Below this an import is over before the dropped indexes could pay.
+constexpr std::size_t kFewFiles = 64;
+
+struct OneRowSection {
+    const char* event;
+    double percent;
+    const char* section;
+    const char* table;
+};
+
+constexpr OneRowSection kOneRowSections[] = {
+    {"Operating System", 0.09, "OS", "OS"},    {"MS Office", 0.18, "MSOFFICE", "MSOffice"},
+    {"Input Devices", 0.27, "INPUT", "Input"}, {"PC Settings", 0.36, "PC", "PC"},
+    {"Drives Info", 0.45, "DRIVES", "Drives"},
+};
+
+/// What an empty count stands for; both yield no rows.
+constexpr const char* kMinusOne = "-1";
+constexpr const char* kZero = "0";
+
+struct ManyRowSection {
+    const char* event;
+    double percent;
+    const char* countSection;
+    const char* emptyCount;
+    const char* section;
+};
+
+constexpr ManyRowSection kManyRowSections[] = {
+    {"Uninstall Data", 0.53, "UNINSTALL", kMinusOne, "UNINSTALLDATA"},
+    {"ODBC Data", 0.62, "ODBC", kMinusOne, "ODBCDATA"},
+    {"Printer Data", 0.71, "PRINTER", kZero, "PRINTERDATA"},
+    {"Drives Data", 0.80, "DRIVES", kZero, "DRIVESDATA"},
+    {"Devices Data", 0.89, "DEVICE", kZero, "DEVICEDATA"},
+};
+
+/// Of the drives only the fixed, the CD-ROM and the network ones are listed.
+constexpr int kListedDrives[] = {2, 3, 5};
+
+/// A count is a 16-bit integer; one that is not ends the import.
+int RowCount(const ManyRowSection& section, const Record& record) {
+    if (std::string_view(section.countSection) == "DRIVES") {
+        double sum = 0;
+        for (const int field : kListedDrives)
+            sum += Val(record.GetField(field));
+        return CInt(sum);
+    }
+    const std::string_view count = record.GetField(1);
+    return CInt(Val(count.empty() ? section.emptyCount : count));
+}
+
+} // namespace
+
+class cSinImport::Transaction {
+public:
+    explicit Transaction(ADODB::Connection& connection) : mConnection(connection) { Begin(); }
+    ~Transaction() {
+        try {
+            Commit();
+        } catch (const RunTimeError&) {
+            // The failure that led here is the one that the user is told of.
+        }
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void FileDone() {
+        if (++mFiles % kFilesPerCommit != 0)
+            return;
+        Commit();
+        Begin();
+    }
+    void Commit() {
+        if (!mIsOpen)
+            return;
+        mIsOpen = false;
+        mConnection.CommitTrans();
+    }
+
+private:
+    void Begin() {
+        mConnection.BeginTrans();
+        mIsOpen = true;
+    }
+
+    ADODB::Connection& mConnection;
+    int mFiles = 0;
+    bool mIsOpen = false;
+};
+
+cSinImport::cSinImport(std::shared_ptr<ADODB::Connection> connection, Prompts& prompts, const Clock& clock,
+                       TimeFrame frame, ImportEvents* events, const CodePage& page)
+    : mConnection(std::move(connection)),
+      mPrompts(prompts),
+      mClock(clock),
+      mEvents(events),
+      mWriters(mConnection, frame, page) {}
+
+cSinImport::~cSinImport() = default;
+
+bool cSinImport::ImportInfData(const std::string& directory, const std::string& machine, bool& noData) {
+    try {
+        const Files files = Scan(directory, machine);
+        if (files.originals.empty() && files.currents.empty()) {
+            mPrompts.MsgBox(
+                "There are no files to import! Please make sure you have selected the proper directory.",
+                MsgBoxStyle::kQuestion, "No data to import");
+            noData = true;
+            return true;
+        }
+        Run(files);
+        return true;
+    } catch (const RunTimeError& failure) {
+        return ShowFailure(failure.number, failure.description, noData);
+    } catch (const std::bad_alloc&) {
+        return ShowFailure(Errors::kOutOfMemory, "Out of memory", noData);
+    }
+}
+
+bool cSinImport::ShowFailure(int number, const std::string& description, bool& noData) {
+    try {
+        // Without an open transaction the connection itself has failed, and there is nothing to bring back.
+        if (mTransaction)
+            EndBulkLoad();
+    } catch (const RunTimeError&) {
+        // The next opening of the database brings the indexes back.
+    }
+    mTransaction.reset();
+    noData = true;
+    mPrompts.MsgBox(description, MsgBoxStyle::kCritical, "Error# " + std::to_string(number));
+    return false;
+}
+
+cSinImport::Files cSinImport::Scan(const std::string& directory, const std::string& machine) const {
+    const DirectoryListing listing(directory);
+    std::vector<std::string> names;
+    if (machine.empty())
+        names = listing.WithExtension(".org");
+    else if (const auto found = listing.Find(machine + ".org"))
+        names.push_back(*found);
+
+    // A file that has gone since it was listed is as one that was never there.
+    const auto add = [&directory](std::vector<File>& files, const std::string& name) {
+        const std::string path = JoinPath(directory, name);
+        try {
+            files.push_back({name, path, FileStamp(path)});
+        } catch (const RunTimeError&) {
+        }
+    };
+    Files files;
+    for (const std::string& name : names) {
+        const std::string stem = name.substr(0, name.size() - 3);
+        add(files.originals, name);
+        add(files.currents, listing.Find(stem + "inf").value_or(name));
+        if (const auto personal = listing.Find(stem + "pnf"))
+            add(files.personals, *personal);
+    }
+    return files;
+}
+
+void cSinImport::Run(const Files& files) {
+    if (!mConnection)
+        Raise(Errors::kConnectionClosed);
+    mAdded.clear();
+    mTransaction = std::make_unique<Transaction>(*mConnection);
+    BeginBulkLoad(files.originals.size());
+    if (!files.originals.empty())
+        ImportMachineFiles(files.originals, ImportType::Original);
+    if (!files.currents.empty())
+        ImportMachineFiles(files.currents, ImportType::Current);
+    EndBulkLoad();
+    if (!files.personals.empty())
+        ImportPersonalFiles(files.personals);
+    SetLastImportDate(FormatDate(mClock.Now(), "yyyymmdd"));
+    mTransaction->Commit();
+    mTransaction.reset();
+}
+
+void cSinImport::ImportMachineFiles(const std::vector<File>& files, ImportType type) {
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const double percent = static_cast<double>(i + 1) / static_cast<double>(files.size());
+        ImportMachineFile(files[i], type, percent);
+        mTransaction->FileDone();
+    }
+}
+
+void cSinImport::ImportMachineFile(const File& file, ImportType type, double percent) {
+    cINIReader& reader = mWriters.Reader();
+    reader.INIFilename(file.path);
+    const std::string_view net = reader.GetValue("NET", "INFO0", "");
+    const std::string machine = mWriters.Decoded(Record(reader.Search(), net).GetField(1));
+    TellFile(file.name, percent);
+    TellSection("Global Values", 0);
+
+    // A key that is written in another case is found by all its children's indexes.
+    const auto known = mAdded.find(LowerCase(machine));
+    if (known != mAdded.end() && known->second.name != machine)
+        EndBulkLoad();
+    const auto select = [&machine](const std::string& table) {
+        return "SELECT * FROM " + table + " WHERE COMPUTERNAME=" + SQLText(machine);
+    };
+    if (mWriters.Insert_Update("", select("Net"), net, 4, type, file.stamp)) {
+        if (mWriters.HasAddedRow())
+            mAdded[LowerCase(machine)] = {machine, {}};
+        for (const OneRowSection& section : kOneRowSections) {
+            TellSection(section.event, section.percent);
+            const std::string sql =
+                select(section.table) + " AND ConfID=" + std::to_string(static_cast<int>(type));
+            mWriters.Insert_Update(machine, sql, reader.GetValue(section.section, "INFO0", ""), -1, type, {});
+        }
+        ReplaceRows(machine, type);
+        TellSection("Finished..", 1);
+    }
+    reader.CloseINI();
+}
+
+void cSinImport::ReplaceRows(const std::string& machine, ImportType type) {
+    const cINIReader& reader = mWriters.Reader();
+    const bool mayHaveRows = MayHaveRows(machine, type);
+    if (mayHaveRows)
+        EndBulkLoad();
+    for (const ManyRowSection& section : kManyRowSections) {
+        TellSection(section.event, section.percent);
+        const Record counts(reader.Search(), reader.GetValue(section.countSection, "INFO0", ""));
+        const int count = RowCount(section, counts);
+        if (mayHaveRows)
+            mWriters.ExecuteSQL(std::string("DELETE * FROM ") + section.section + " WHERE COMPUTERNAME=" +
+                                SQLText(machine) + " AND ConfID=" + std::to_string(static_cast<int>(type)));
+        if (count <= 0)
+            continue;
+        if (std::string_view(section.section) == "DEVICEDATA")
+            mWriters.InsertDevices(machine, type, count);
+        else
+            mWriters.Insert_Multi(machine, section.section, type, count);
+    }
+}
+
+bool cSinImport::MayHaveRows(const std::string& machine, ImportType type) {
+    const auto added = mAdded.find(LowerCase(machine));
+    if (added == mAdded.end())
+        return true;
+    bool& hasConfiguration = added->second.configurations.at(static_cast<std::size_t>(type));
+    return std::exchange(hasConfiguration, true);
+}
+
+void cSinImport::BeginBulkLoad(std::size_t files) {
+    if (files < kFewFiles)
+        return;
+    ADODB::Recordset machines;
+    machines.Open("SELECT * FROM Net", mConnection);
+    const bool isEmpty = machines.EndOfFile();
+    machines.Close();
+    if (!isEmpty)
+        return;
+    mConnection->BeginBulkLoad();
+    mIsBulkLoading = true;
+}
+
+void cSinImport::EndBulkLoad() {
+    if (!mIsBulkLoading)
+        return;
+    mIsBulkLoading = false;
+    mConnection->EndBulkLoad();
+}
+
+void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {
+    try {
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            const double percent = static_cast<double>(i + 1) / static_cast<double>(files.size());
+            if (FileSize(files[i].path) >= 1)
+                ImportPersonalFile(files[i], percent);
+            TellSection("Finished..", 1);
+            mTransaction->FileDone();
+        }
+    } catch (const RunTimeError&) {
+        // The files still to come are not read.
+    }
+}
+
+void cSinImport::ImportPersonalFile(const File& file, double percent) {
+    cINIReader& reader = mWriters.Reader();
+    reader.INIFilename(file.path);
+    const std::string machine = file.name.substr(0, file.name.size() - 4);
+    const std::string sql = "SELECT * FROM Net WHERE COMPUTERNAME=" + SQLText(machine);
+    if (mWriters.Insert_Update(machine, sql, "", -1, ImportType::Personal, file.stamp)) {
+        TellFile(file.name, percent);
+        TellSection("Personal Values", 0);
+        mWriters.ExecuteSQL("DELETE * FROM Personal WHERE COMPUTERNAME=" + SQLText(machine));
+        mWriters.InsertPersonal(machine);
+    }
+    reader.CloseINI();
+}
+
+std::uint64_t cSinImport::FileSize(const std::string& path) {
+    try {
+        return ReadableLength(path);
+    } catch (const RunTimeError&) {
+        return 0;
+    }
+}
+
+void cSinImport::SetLastImportDate(const std::string& date) {
+    mConnection->Execute("UPDATE Version SET LastImportDate = '" + date + "'");
+}
+
+void cSinImport::TellFile(const std::string& name, double percent) {
+    if (mEvents != nullptr)
+        mEvents->DoneSoFarUsers(name, percent);
+}
+
+void cSinImport::TellSection(const std::string& name, double percent) {
+    if (mEvents != nullptr)
+        mEvents->DoneSoFarUser(name, percent);
+}

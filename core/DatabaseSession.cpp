@@ -167,8 +167,8 @@ void DatabaseSession::CreateDatabase() {
             MsgBoxStyle::kYesNo + MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2, "Overwrite?");
         if (answer != MsgBoxAnswer::Yes)
             return;
-        DeleteDatabase(path);
     }
+    DeleteDatabase(path);
     CopyFile(emptyDatabase, path);
     gDatabasePath = path;
     if (mForm.ConnectSinDatabase(gDatabasePath)) {

@@ -272,7 +272,10 @@ void cSinImport::EndBulkLoad() {
     if (!mIsBulkLoading)
         return;
     mIsBulkLoading = false;
-    mConnection->EndBulkLoad();
+    mConnection->EndBulkLoad([this] {
+        if (mEvents != nullptr)
+            mEvents->StillWorking();
+    });
 }
 
 void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {

@@ -25,6 +25,8 @@ public:
     virtual void DoneSoFarUsers(const std::string& name, double percent) = 0;
     /// At the beginning of each section of a file.
     virtual void DoneSoFarUser(const std::string& name, double percent) = 0;
+    /// Many times a second while the database sorts the keys of what was written.
+    virtual void StillWorking() {}
 };
 
 class cSinImport {

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -69,8 +70,9 @@ public:
     /// Drops the indexes that no key needs, to fill an empty database faster; they are noted in the file.
     /// Outside of a transaction it commits at once.
     void BeginBulkLoad();
-    /// Makes the indexes anew. Does nothing where no bulk load has begun.
-    void EndBulkLoad();
+    /// Makes the indexes anew, and calls `progress` many times a second meanwhile. Does nothing where no
+    /// bulk load has begun.
+    void EndBulkLoad(const std::function<void()>& progress = {});
     bool IsBulkLoading() const;
 
     /// The engine's own handle, for what has no shape here (checks of integrity in tests and benches).

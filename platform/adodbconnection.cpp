@@ -208,6 +208,28 @@ std::vector<std::string> Texts(ConnectionState& state, const std::string& sql) {
     return texts;
 }
 
+/// Calls a function while the engine works, until it goes.
+class ProgressHandler {
+public:
+    ProgressHandler(sqlite3* database, const std::function<void()>& progress) : mDatabase(database) {
+        constexpr int kInstructionsBetweenCalls = 100000;
+        if (progress)
+            sqlite3_progress_handler(
+                database, kInstructionsBetweenCalls,
+                [](void* function) {
+                    (*static_cast<std::function<void()>*>(function))();
+                    return 0;
+                },
+                const_cast<std::function<void()>*>(&progress));
+    }
+    ~ProgressHandler() { sqlite3_progress_handler(mDatabase, 0, nullptr, nullptr); }
+    ProgressHandler(const ProgressHandler&) = delete;
+    ProgressHandler& operator=(const ProgressHandler&) = delete;
+
+private:
+    sqlite3* mDatabase;
+};
+
 /// Runs `work` in a transaction of its own, or in the one that is open.
 template <class Work>
 void InTransaction(ConnectionState& state, const Work& work) {
@@ -259,9 +281,10 @@ void Connection::BeginBulkLoad() {
     });
 }
 
-void Connection::EndBulkLoad() {
+void Connection::EndBulkLoad(const std::function<void()>& progress) {
     if (!IsBulkLoading())
         return;
+    const ProgressHandler handler(mState->database, progress);
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
     InTransaction(*mState, [&] {
         for (const std::string& sql : Texts(*mState, "SELECT sql FROM " + table))

@@ -216,8 +216,7 @@ void CopyFile(const std::string& source, const std::string& target) {
 }
 
 void DeleteDatabase(const std::string& path) {
-    DeleteFile(path);
-    for (const char* suffix : {"-wal", "-shm"})
+    for (const char* suffix : {"", "-wal", "-shm"})
         if (FileExists(path + suffix))
             DeleteFile(path + suffix);
 }

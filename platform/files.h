@@ -60,6 +60,6 @@ constexpr std::uint64_t kLargestFile = 256U << 20U;
 void DeleteFile(const std::string& path);
 /// Copies the bytes to a file that its owner alone can read and write; an existing target is replaced.
 void CopyFile(const std::string& source, const std::string& target);
-/// Deletes a database and the "-wal" and "-shm" files that a killed run leaves beside it: with another file
-/// under the same name they would be taken for its own.
+/// Deletes a database and the "-wal" and "-shm" files that a killed run leaves beside it, whichever are
+/// there: another file under the same name would take them for its own.
 void DeleteDatabase(const std::string& path);

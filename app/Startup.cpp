@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Startup.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QThread>
+
+#include "app/ImportProgress.h"
+#include "browser/frmMain.h"
+#include "core/CReadWriteEasyReg.h"
+#include "core/FormRegistry.h"
+#include "core/Globals.h"
+#include "core/frmSplash.h"
+#include "import/cSinImport.h"
+#include "platform/files.h"
+
+namespace {
+
+constexpr const char* kPassword = "brennickworks";
+constexpr const char* kApplicationKey = "Velmora";
+constexpr const char* kSettingsKey = "Velmora\\Settings";
+constexpr int kPollMilliseconds = 500;
+
+frmSplash* Splash() {
+    return qobject_cast<frmSplash*>(FormRegistry::Instance().Find("frmSplash"));
+}
+
+/// The screen's pointer is an hourglass until `Normal`; a return without it leaves it so.
+class ScreenPointer {
+public:
+    static void Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    static void Normal() { QGuiApplication::restoreOverrideCursor(); }
+};
+
+} // namespace
+
+Startup::Startup(std::string programFolder, std::string commandLine, SettingsStore& settings, Prompts& prompts,
+                 Processes& processes, const Clock& clock, SingleInstance& instance)
+    : mProgramFolder(std::move(programFolder)),
+      mCommandLine(std::move(commandLine)),
+      mSettings(settings),
+      mPrompts(prompts),
+      mProcesses(processes),
+      mClock(clock),
+      mInstance(instance) {}
+
+Startup::~Startup() {
+    gMainForm = nullptr;
+}
+
+bool Startup::Main() {
+    gDatabasePassword = kPassword;
+    if (mInstance.IsPrior()) {
+        // A desktop that finds windows by their titles must find the first copy's, not this one's.
+        QGuiApplication::setApplicationDisplayName("Close This one");
+        mInstance.ActivateFirst();
+        return false;
+    }
+    ApplySwitch();
+    ShowSplash();
+    RunCollector();
+    if (frmSplash* splash = Splash())
+        splash->TMRTerminate(true);
+
+    ScreenPointer::Hourglass();
+    if (!RebuildDatabase())
+        return true;
+    mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mProgramFolder);
+    gMainForm = mForm.get();
+    mForm->Load();
+    mForm->OpenSinDatabase();
+    const bool isImported = Import();
+    if (!isImported) {
+        // The window stays loaded and hidden, and with it the program.
+        mPrompts.MsgBox("Failed to Import INF Files", MsgBoxStyle::kCritical, "Import");
+        ScreenPointer::Normal();
+        return true;
+    }
+    ScreenPointer::Normal();
+    mForm->OpenSinDatabase();
+    mForm->show();
+    return true;
+}
+
+void Startup::ApplySwitch() {
+    CReadWriteEasyReg registry(mSettings);
+    if (mCommandLine == "\\CLEAR") {
+        if (registry.OpenRegistry(CReadWriteEasyReg::HKEY_CURRENT_USER, kApplicationKey)) {
+            registry.DeleteDirectory("Settings");
+            registry.CloseRegistry();
+        }
+    } else if (mCommandLine == "\\PASSWORD") {
+        if (registry.OpenRegistry(CReadWriteEasyReg::HKEY_CURRENT_USER, kSettingsKey)) {
+            registry.DeleteValue("USER_LI");
+            registry.CloseRegistry();
+        }
+    }
+}
+
+void Startup::ShowSplash() {
+    const std::string lblStatus = "Please Wait";
+    frmSplash* splash = frmSplash::Load();
+    splash->Status(lblStatus);
+    splash->show();
+    splash->repaint();
+    splash->TMRTerminate(false);
+}
+
+void Startup::RunCollector() {
+    const std::unique_ptr<RunningProcess> collector = mProcesses.Shell(Beside("Movanta.exe"), {});
+    int exitCode = RunningProcess::kStillActive;
+    do {
+        exitCode = collector->ExitCode();
+        QCoreApplication::processEvents();
+        QThread::msleep(kPollMilliseconds);
+    } while (exitCode == RunningProcess::kStillActive);
+}
+
+bool Startup::RebuildDatabase() {
+    const std::string database = Beside("Demodb.mdb");
+    const std::string emptyDatabase = Beside("Template.sdb");
+    if (!FileExists(emptyDatabase)) {
+        mPrompts.MsgBox("Movanta Demo has not been installed properly!\r\n'Template.sdb' file is missing from "
+                        "the '" +
+                            mProgramFolder + "' folder. Please re-install the MOVA admin module.",
+                        MsgBoxStyle::kQuestion, "Template.sdb Not Found");
+        return false;
+    }
+    DeleteDatabase(database);
+    CopyFile(emptyDatabase, database);
+    gDatabasePath = WithoutNuls(database);
+    return true;
+}
+
+bool Startup::Import() {
+    ImportProgress progress;
+    cSinImport import(gConnection, mPrompts, mClock, {gImportTime, gImportTimeNum}, &progress);
+    bool noData = false;
+    return import.ImportInfData(Beside("INF"), "", noData);
+}
+
+std::string Startup::Beside(const char* name) const {
+    return JoinPath(mProgramFolder, name);
+}

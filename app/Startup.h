@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The start-up: refuses a second copy, acts on the two switches, shows the splash, runs the local collector
+// to its end, rebuilds the database from the template, imports the collector's folder and shows the main
+// window. When Main returns, the windows' events drive the program.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/process.h"
+#include "platform/prompts.h"
+#include "platform/settings.h"
+#include "platform/singleinstance.h"
+
+class ImportProgress;
+class frmMain;
+class frmSplash;
+
+class Startup {
+public:
+    /// `programFolder` holds the collector, the template and the folder INF, and gets the database.
+    /// `commandLine` is the whole of it as one text.
+    Startup(std::string programFolder, std::string commandLine, SettingsStore& settings, Prompts& prompts,
+            Processes& processes, const Clock& clock, SingleInstance& instance);
+    ~Startup();
+    Startup(const Startup&) = delete;
+    Startup& operator=(const Startup&) = delete;
+
+    /// The entry routine. False where the program is to end at once, since another copy runs. Failures of
+    /// the collector's start and of the copying of files are not caught.
+    bool Main();
+
+private:
+    void ApplySwitch();
+    void ShowSplash();
+    void RunCollector();
+    bool RebuildDatabase();
+    bool Import();
+    std::string Beside(const char* name) const;
+
+    std::string mProgramFolder;
+    std::string mCommandLine;
+    SettingsStore& mSettings;
+    Prompts& mPrompts;
+    Processes& mProcesses;
+    const Clock& mClock;
+    SingleInstance& mInstance;
+    std::unique_ptr<frmMain> mForm;
+};

@@ -39,7 +39,8 @@ protected:
     std::string inventory;
     std::string database;
     QueuedPrompts prompts;
-    FixedClock clock;
+    FixedClock clock{
+        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
     std::shared_ptr<ADODB::Connection> connection;
     bool noData = false;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/Guid.h"
 #include "import/Schema.h"
+#include "platform/errors.h"
 #include "tests/import/ImportTest.h"
 
 #include <sqlite3.h>

@@ -64,20 +64,21 @@ TEST_F(HostileTest, NamesThatBreakTheStatementEndTheImportWithItsBox) {
 TEST_F(HostileTest, OddNamesAreMachinesOrNone) {
     struct {
         const char* why;
-        std::string name;
-        const char* machines;
+        std::string record;
+        const char* machine;
     } cases[] = {
-        {"an empty name has no row", "", "GOOD"},
-        {"a question mark is a character", "A?B", "GOOD\nA?B"},
-        {"so are control characters", "A\x01\x1B", "GOOD\nA?B\nA\x01\x1B"},
-        {"a name past twenty characters is cut", "NAME-OF-MORE-THAN-TWENTY",
-         "GOOD\nA?B\nA\x01\x1B\nNAME-OF-MORE-THAN-TW"},
-        {"and is then never found again", "NAME-OF-MORE-THAN-TWENTY",
-         "GOOD\nA?B\nA\x01\x1B\nNAME-OF-MORE-THAN-TW"},
+        {"no name", "", ""},
+        {"a first bar belongs to the name", "|user|20011102|", "|user"},
+        {"a question mark is a character", "A?B|u|", "A?B"},
+        {"so are control characters", "A\x01\x1B|u|", "A\x01\x1B"},
+        {"a name past twenty characters is cut", "NAME-OF-MORE-THAN-TWENTY|u|", "NAME-OF-MORE-THAN-TW"},
+        {"and never found again", "NAME-OF-MORE-THAN-TWENTY|u|", ""},
     };
+    std::string machines = "GOOD";
     for (const auto& c : cases) {
-        EXPECT_TRUE(ImportFile(Bad("BAD|", c.name + "|"))) << c.why;
-        EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), c.machines) << c.why;
+        EXPECT_TRUE(ImportFile(Bad("BAD|user|20011102|08:15:00|00A0C9000001|", c.record))) << c.why;
+        machines += (*c.machine == '\0' ? "" : "\n") + std::string(c.machine);
+        EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), machines) << c.why;
     }
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceData WHERE COMPUTERNAME LIKE 'NAME%'"), "0")
         << "rows under the whole name would have no machine";
@@ -192,9 +193,10 @@ TEST_F(HostileTest, WhatIsNoFileIsPassedOver) {
     symlink("/dev/zero", (inventory + "/endless.org").c_str());
     Write(".hidden.org", SmallFile("HIDDEN"));
     Write("noextension", SmallFile("NONE"));
+    std::filesystem::remove(inventory + "/GOOD.ORG");
+    Write("LAST.ORG", SmallFile("LAST"));
     ASSERT_TRUE(Import());
-    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "GOOD");
-    std::filesystem::remove(inventory + "/pipe.org");
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "GOOD\nLAST");
 }
 
 /// Takes any box: garbage may end an import in several ways.

@@ -5,16 +5,16 @@
 
 #include <array>
 
+/// A static library's resources are linked in only when they are asked for by name, outside of any namespace.
+static void LoadResources() {
+    Q_INIT_RESOURCE(icons);
+}
+
 namespace {
 
 constexpr std::array<std::string_view, 15> kKeys = {
     "",      "PC_1",    "PC_2",      "PC_3",  "PC_4",       "PC_CPU",       "PC_DEVICE", "PC_DRIVE",
     "PC_IO", "PC_ODBC", "PC_OFFICE", "PC_OS", "PC_PRINTER", "PC_UNINSTALL", "PC_MAIN"};
-
-/// A static library's resources are linked in only when they are asked for by name.
-void LoadResources() {
-    Q_INIT_RESOURCE(icons);
-}
 
 QString Text(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));

@@ -94,14 +94,14 @@ void IconsView::Hint(const QString& text) {
     viewport()->update();
 }
 
-void IconsView::Mode(ListMode mode) {
+void IconsView::Mode(ListStyle mode) {
     mMode = mode;
-    const bool isLarge = mode == ListMode::LargeIcons;
+    const bool isLarge = mode == ListStyle::LargeIcons;
     const int size = style()->pixelMetric(isLarge ? QStyle::PM_LargeIconSize : QStyle::PM_SmallIconSize);
     setIconSize(QSize(size, size));
     // What the toolkit calls its icon mode keeps an object per item; its list mode draws as well with the
     // icon above the text.
-    setFlow(mode == ListMode::List ? QListView::TopToBottom : QListView::LeftToRight);
+    setFlow(mode == ListStyle::List ? QListView::TopToBottom : QListView::LeftToRight);
     setWordWrap(isLarge);
     Measure();
 }
@@ -109,7 +109,7 @@ void IconsView::Mode(ListMode mode) {
 void IconsView::Measure() {
     const QFontMetrics metrics = fontMetrics();
     const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
-    if (mMode == ListMode::LargeIcons) {
+    if (mMode == ListStyle::LargeIcons) {
         mDelegate->Size(QSize(metrics.averageCharWidth() * kLargeItem,
                               iconSize().height() + 2 * metrics.lineSpacing() + 2 * margin));
     } else {
@@ -131,7 +131,7 @@ void IconsView::paintEvent(QPaintEvent* event) {
 
 void IconsView::initViewItemOption(QStyleOptionViewItem* option) const {
     QListView::initViewItemOption(option);
-    if (mMode != ListMode::LargeIcons)
+    if (mMode != ListStyle::LargeIcons)
         return;
     option->decorationPosition = QStyleOptionViewItem::Top;
     option->decorationAlignment = Qt::AlignCenter;

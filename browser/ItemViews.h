@@ -29,7 +29,7 @@ class IconsView final : public QListView {
 public:
     explicit IconsView(QWidget* parent);
     void Hint(const QString& text);
-    void Mode(ListMode mode);
+    void Mode(ListStyle mode);
     /// Makes all items as wide as the texts need, up to a limit.
     void Measure();
 
@@ -40,7 +40,7 @@ protected:
 
 private:
     class Delegate;
-    ListMode mMode = ListMode::LargeIcons;
+    ListStyle mMode = ListStyle::LargeIcons;
     Delegate* mDelegate;
     QString mHint;
 };

@@ -3,6 +3,8 @@
 
 #include "platform/errors.h"
 
+#include <QTextDocument>
+
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -108,17 +110,17 @@ void ListModel::EnterKey(std::string_view key) {
 }
 
 void ListModel::GrowKeys() {
-    std::vector<KeySlot> slots(std::max<std::size_t>(mKeys.size() * 2, 64));
-    const std::size_t mask = slots.size() - 1;
+    std::vector<KeySlot> grown(std::max<std::size_t>(mKeys.size() * 2, 64));
+    const std::size_t mask = grown.size() - 1;
     for (const KeySlot& entry : mKeys) {
         if (entry.row == 0)
             continue;
         std::size_t slot = entry.hash & mask;
-        while (slots[slot].row != 0)
+        while (grown[slot].row != 0)
             slot = (slot + 1) & mask;
-        slots[slot] = entry;
+        grown[slot] = entry;
     }
-    mKeys = std::move(slots);
+    mKeys = std::move(grown);
 }
 
 void ListModel::Publish() {

@@ -26,10 +26,10 @@ ListView::ListView(QWidget* parent)
     setFocusProxy(mDetails);
 }
 
-void ListView::View(ListMode mode) {
+void ListView::View(ListStyle mode) {
     const bool hadFocus = CurrentView().hasFocus();
     mMode = mode;
-    if (mode != ListMode::Details)
+    if (mode != ListStyle::Details)
         mIcons->Mode(mode);
     QAbstractItemView& view = CurrentView();
     mStack->setCurrentWidget(&view);
@@ -68,7 +68,7 @@ void ListView::ClearColumns() {
 
 void ListView::Publish() {
     mModel.Publish();
-    if (mMode != ListMode::Details)
+    if (mMode != ListStyle::Details)
         mIcons->Measure();
 }
 
@@ -77,7 +77,7 @@ bool ListView::IsSelected(std::size_t row) const {
 }
 
 QAbstractItemView& ListView::CurrentView() const {
-    if (mMode == ListMode::Details)
+    if (mMode == ListStyle::Details)
         return *mDetails;
     return *mIcons;
 }

@@ -18,15 +18,15 @@ class IconsView;
 class QAbstractItemView;
 class QStackedWidget;
 
-enum class ListMode : std::uint8_t { LargeIcons = 0, SmallIcons = 1, List = 2, Details = 3 };
+enum class ListStyle : std::uint8_t { LargeIcons = 0, SmallIcons = 1, List = 2, Details = 3 };
 
 class ListView final : public QWidget {
     Q_OBJECT
 public:
     explicit ListView(QWidget* parent = nullptr);
 
-    ListMode View() const { return mMode; }
-    void View(ListMode mode);
+    ListStyle View() const { return mMode; }
+    void View(ListStyle mode);
     /// Whether the icons flow anew when the window's size changes, or stay where they are.
     void Arrange(bool automatic);
 
@@ -56,7 +56,7 @@ private:
     void Publish();
 
     ListModel mModel;
-    ListMode mMode = ListMode::Details;
+    ListStyle mMode = ListStyle::Details;
     QStackedWidget* mStack;
     DetailsView* mDetails;
     IconsView* mIcons;

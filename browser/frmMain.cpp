@@ -14,10 +14,12 @@
 #include "platform/twips.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
+#include <QMenu>
 #include <QProgressBar>
 #include <QScreen>
 #include <QStatusBar>

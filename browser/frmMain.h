@@ -23,7 +23,7 @@
 #include <string>
 
 class ListView;
-enum class ListMode : std::uint8_t;
+enum class ListStyle : std::uint8_t;
 class QAction;
 class QLabel;
 class QMenu;
@@ -111,7 +111,7 @@ private:
     bool DragSplitter(const QEvent& event);
     void ShowClock();
     void ApplyStoredMode();
-    void ShowMode(ListMode mode);
+    void ShowMode(ListStyle mode);
     void ToggleBar(const char* item, const char* key, QWidget& bar);
 
     void BuildTree();

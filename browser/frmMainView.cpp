@@ -29,17 +29,17 @@ void frmMain::showEvent(QShowEvent* event) {
 void frmMain::ApplyStoredMode() {
     const std::string stored = Setting("ViewMode", std::string(kFirstMode));
     const bool isMode = stored.size() == 1 && stored[0] >= '0' && stored[0] <= '3';
-    ShowMode(static_cast<ListMode>((isMode ? stored : kFirstMode)[0] - '0'));
+    ShowMode(static_cast<ListStyle>((isMode ? stored : kFirstMode)[0] - '0'));
 }
 
-void frmMain::ShowMode(ListMode mode) {
+void frmMain::ShowMode(ListStyle mode) {
     lvListView->View(mode);
     Action(ObjectName("mnuListViewMode", static_cast<int>(mode))).setChecked(true);
     Action(kModeButtons.at(static_cast<std::size_t>(mode))).setChecked(true);
 }
 
 void frmMain::mnuListViewMode(int index) {
-    ShowMode(static_cast<ListMode>(index));
+    ShowMode(static_cast<ListStyle>(index));
     SaveSetting("ViewMode", NumberText(index));
 }
 

@@ -95,6 +95,7 @@ private:
     void BuildMenus();
     void BuildToolBar();
     void AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus);
+    QAction* AddItem(const CommandRow& row, QMenu& menu);
     void Run(ClickHandler click, int index, std::string_view caption);
     QAction& Action(std::string_view name) const;
     void SetEnabled(CommandNames names, bool isEnabled);

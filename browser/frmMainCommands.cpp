@@ -42,34 +42,39 @@ void frmMain::BuildMenus() {
 
 void frmMain::AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus) {
     const std::string name = ObjectName(row.name, row.index);
-    QMenu* const parent = row.parent.empty() ? nullptr : menus.at(std::string(row.parent));
+    const bool isMenu = row.kind == CommandKind::Menu || row.kind == CommandKind::PopUp;
     QAction* action = nullptr;
-    if (row.kind == CommandKind::Menu || row.kind == CommandKind::PopUp) {
+    if (isMenu) {
         auto* const menu = new QMenu(Text(row.caption), this);
         menu->setObjectName(Text(name));
         menus[name] = menu;
         action = menu->menuAction();
-        if (parent != nullptr)
-            parent->addMenu(menu);
+        if (!row.parent.empty())
+            menus.find(row.parent)->second->addMenu(menu);
         else if (row.kind == CommandKind::Menu)
             menuBar()->addMenu(menu);
     } else if (row.kind == CommandKind::Separator) {
-        action = parent->addSeparator();
+        action = menus.find(row.parent)->second->addSeparator();
     } else {
-        action = parent->addAction(CommandIcon(row.icon), Text(row.caption));
-        action->setShortcut(QKeySequence(Text(row.shortcut)));
-        action->setCheckable(row.kind != CommandKind::Item);
-        if (row.kind == CommandKind::Radio)
-            RadioGroup(*parent).addAction(action);
-        connect(action, &QAction::triggered, this, [this, action, &row](bool isChecked) {
-            // The handler decides on the mark.
-            if (row.kind == CommandKind::Check)
-                action->setChecked(!isChecked);
-            Run(row.click, row.index, row.caption);
-        });
+        action = AddItem(row, *menus.find(row.parent)->second);
     }
     action->setObjectName(Text(name));
     mActions[name] = action;
+}
+
+QAction* frmMain::AddItem(const CommandRow& row, QMenu& menu) {
+    QAction* const action = menu.addAction(CommandIcon(row.icon), Text(row.caption));
+    action->setShortcut(QKeySequence(Text(row.shortcut)));
+    action->setCheckable(row.kind != CommandKind::Item);
+    if (row.kind == CommandKind::Radio)
+        RadioGroup(menu).addAction(action);
+    connect(action, &QAction::triggered, this, [this, action, &row](bool isChecked) {
+        // The handler decides on the mark.
+        if (row.kind == CommandKind::Check)
+            action->setChecked(!isChecked);
+        Run(row.click, row.index, row.caption);
+    });
+    return action;
 }
 
 void frmMain::BuildToolBar() {

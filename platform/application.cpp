@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/application.h"
+
+#include "platform/prompts.h"
+
+#include <QEvent>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <utility>
+
+namespace {
+
+struct FailureState {
+    Prompts* prompts = nullptr;
+    std::function<void()> cleanup;
+    bool hasFailed = false;
+};
+
+FailureState& State() {
+    static FailureState state;
+    return state;
+}
+
+/// The exception that is being handled, as the system's own.
+RunTimeError Caught() {
+    try {
+        throw;
+    } catch (const RunTimeError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return {Errors::kOutOfMemory, "Out of memory"};
+    } catch (const std::exception& error) {
+        return {Errors::kInvalidCall, error.what()};
+    } catch (...) {
+        return {Errors::kInvalidCall, "Invalid procedure call or argument"};
+    }
+}
+
+[[noreturn]] void ShowAndEnd(const RunTimeError& error) {
+    const std::string text = "Run-time error '" + std::to_string(error.number) + "':\n\n" + error.description;
+    std::fprintf(stderr, "%s\n", text.c_str());
+    try {
+        if (State().prompts != nullptr)
+            State().prompts->MsgBox(text, MsgBoxStyle::kCritical, "Velmora");
+    } catch (...) {
+        std::fputs("The failure could not be shown in a box.\n", stderr);
+    }
+    try {
+        if (State().cleanup)
+            State().cleanup();
+    } catch (...) {
+        std::fputs("The clean-up failed.\n", stderr);
+    }
+    // Event loops and handlers of the toolkit are on the stack, and can be neither thrown through nor
+    // destroyed.
+    std::fflush(nullptr);
+    std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(QStringLiteral("Velmora"));
+    setQuitOnLastWindowClosed(false);
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    const QEvent::Type type = event->type();
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (...) {
+        // Events go on behind the box of a failure. What fails among them changes nothing: the program ends.
+        if (State().hasFailed)
+            return false;
+        const RunTimeError error = Caught();
+        // No box can open within a paint event.
+        if (type != QEvent::Paint)
+            Fail(error);
+        State().hasFailed = true;
+        QTimer::singleShot(0, this, [error] { ShowAndEnd(error); });
+        return false;
+    }
+}
+
+int Application::Guard(const std::function<int()>& body) {
+    try {
+        return body();
+    } catch (...) {
+        Fail(Caught());
+    }
+}
+
+void Application::ShowFailuresBy(Prompts* prompts) {
+    State().prompts = prompts;
+}
+
+void Application::BeforeFailing(std::function<void()> cleanup) {
+    State().cleanup = std::move(cleanup);
+}
+
+void Application::Fail(const RunTimeError& error) {
+    if (State().hasFailed)
+        std::_Exit(EXIT_FAILURE);
+    State().hasFailed = true;
+    ShowAndEnd(error);
+}
+
+void Application::LetEventsThrough() {
+    processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+std::string CommandLine(int argc, const char* const* argv) {
+    std::string line;
+    for (int i = 1; i < argc; ++i) {
+        if (i > 1)
+            line += ' ';
+        line += argv[i];
+    }
+    return line;
+}

@@ -94,12 +94,12 @@ bool Startup::Main() {
 void Startup::ApplySwitch() {
     CReadWriteEasyReg registry(mSettings);
     if (mCommandLine == "\\CLEAR") {
-        if (registry.OpenRegistry(CReadWriteEasyReg::HKEY_CURRENT_USER, kApplicationKey)) {
+        if (registry.OpenRegistry(HKEY_CURRENT_USER, kApplicationKey)) {
             registry.DeleteDirectory("Settings");
             registry.CloseRegistry();
         }
     } else if (mCommandLine == "\\PASSWORD") {
-        if (registry.OpenRegistry(CReadWriteEasyReg::HKEY_CURRENT_USER, kSettingsKey)) {
+        if (registry.OpenRegistry(HKEY_CURRENT_USER, kSettingsKey)) {
             registry.DeleteValue("USER_LI");
             registry.CloseRegistry();
         }

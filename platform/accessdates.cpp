@@ -16,6 +16,9 @@ using std::chrono::seconds;
 using std::chrono::year_month_day;
 
 constexpr std::int64_t kSecondsPerDay = 86400;
+// Months since the year 0: the dialect's dates go from the year 100 to 9999.
+constexpr std::int64_t kFirstMonth = 1200;
+constexpr std::int64_t kEndMonth = 120000;
 
 enum class Interval { Years, Quarters, Months, Weeks, CalendarWeeks, Days, Hours, Minutes, Seconds };
 
@@ -45,7 +48,7 @@ std::int64_t MonthNumber(LocalTime time) {
     return static_cast<int>(date.year()) * std::int64_t{12} + static_cast<unsigned>(date.month()) - 1;
 }
 
-/// Raises error 5 outside of the years 100 to 9999, as the dialect's dates end there.
+/// Raises error 5 outside of those years.
 LocalTime Checked(std::int64_t secondsSinceEpoch) {
     constexpr LocalTime kFirst = local_days(std::chrono::year(100) / 1 / 1);
     constexpr LocalTime kEnd = local_days(std::chrono::year(10000) / 1 / 1);
@@ -62,7 +65,7 @@ LocalTime PlusSeconds(LocalTime time, std::int64_t count, std::int64_t unit) {
 /// The day of the month stays, but for the end of a shorter month.
 LocalTime PlusMonths(LocalTime time, std::int64_t count) {
     const std::int64_t month = MonthNumber(time) + count;
-    if (month < 100 * 12 || month >= 10000 * 12)
+    if (month < kFirstMonth || month >= kEndMonth)
         Raise(Errors::kInvalidCall);
     const auto day = std::chrono::floor<days>(time);
     const auto timeOfDay = time - day;
@@ -246,7 +249,7 @@ void DateSerial(Call& call) {
     if (year < 0 || year > 9999)
         Raise(Errors::kInvalidCall);
     const std::int64_t month = std::int64_t{year} * 12 + call.Whole(1) - 1;
-    if (month < 100 * 12 || month >= 10000 * 12)
+    if (month < kFirstMonth || month >= kEndMonth)
         Raise(Errors::kInvalidCall);
     const local_days first{std::chrono::year(static_cast<int>(month / 12)) /
                            std::chrono::month(static_cast<unsigned>(month % 12) + 1) / 1};

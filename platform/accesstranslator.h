@@ -3,7 +3,7 @@
 // What turns out to be a function's argument only when its operator is met gets the function's name inserted
 // ahead of it. Names are written in brackets, which SQLite never takes for texts as it does double quotes.
 //
-// Statements are in accesssql.cpp, expressions in accessexpression.cpp.
+// Statements are in accesssql.cpp, operators in accessoperators.cpp, their operands in accessexpression.cpp.
 #pragma once
 
 #include "platform/accessfunctions.h"
@@ -97,7 +97,8 @@ private:
     Operand Expression(int leastLevel);
     /// A whole expression whose value is wanted: a condition becomes -1 or 0.
     Operand Value();
-    void Condition();
+    /// A whole expression as it stands: a condition remains one.
+    Operand Condition();
     int OperatorLevel() const;
     Operand Prefix();
     Operand Sign();

@@ -162,7 +162,7 @@ TEST_F(AccessSQL, RefusesWhatItCannotTranslateAndQuotesThePlace) {
         {"nothing at all", "  ", "begins with SELECT"},
         {"the engine's own functions", "SELECT load_extension('x')", "undefined function \"load_extension\""},
         {"a parameter without a value", "SELECT * FROM Net WHERE COMPUTERNAME=?", "no meaning here"},
-        {"a NUL", std::string("SELECT * FROM Net WHERE a='\0'", 30), "NUL"},
+        {"a NUL", std::string("SELECT * FROM Net WHERE a='\0'", 29), "NUL"},
         {"too few arguments", "SELECT Left(COMPUTERNAME) FROM Net", "wrong number of arguments for \"Left\""},
         {"a share of the rows", "SELECT TOP 10 PERCENT * FROM Net", "PERCENT"},
         {"a bracket without its twin", "SELECT [Logon FROM Net", "closing ]"},

@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 
 scripts/setup.sh
 cmake --preset release >/dev/null
-cmake --build --preset release
+cmake --build --preset release --target velmora movanta
 program=$PWD/build/release/bin/velmora
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
@@ -55,7 +55,13 @@ for _ in $(seq 600); do
     sleep 0.2
 done
 [ -n "$window" ] || { echo "The main window did not come." >&2; exit 1; }
+# The splash goes by itself after a few seconds.
+for _ in $(seq 100); do
+    xdotool search --onlyvisible --name '^Velmora$' >/dev/null 2>&1 || break
+    sleep 0.1
+done
 xdotool windowactivate --sync "$window"
+xdotool windowsize --sync "$window" 960 600
 # Enter on the root shows the machines in the list.
 xdotool key --window "$window" Home Return
 sleep 1

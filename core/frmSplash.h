@@ -38,5 +38,5 @@ protected:
 private:
     QPixmap mPicture;
     QLabel* mStatus = nullptr;
-    QTimer mTimer;
+    QTimer mTimer{this};
 };

@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -57,17 +58,18 @@ bool Protect(const QString& path) {
     return isProtected;
 }
 
-/// Puts what has changed on disk. The store is opened anew after a failure, since it would report that one
-/// for ever.
-void Write(std::unique_ptr<QSettings>& store) {
+/// Makes a change and puts it on disk.
+void Change(std::unique_ptr<QSettings>& store, const std::function<void(QSettings&)>& change) {
     const QString path = store->fileName();
-    if (Protect(path)) {
-        store->sync();
-        if (store->status() != QSettings::AccessError)
-            return;
-    }
-    store = std::make_unique<QSettings>(path, QSettings::IniFormat);
-    Raise(Errors::kPathAccess, path.toStdString());
+    if (!Protect(path))
+        Raise(Errors::kPathAccess, path.toStdString());
+    // A failure sticks to its object; the file may be well again by now.
+    if (store->status() == QSettings::AccessError)
+        store = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    change(*store);
+    store->sync();
+    if (store->status() == QSettings::AccessError)
+        Raise(Errors::kPathAccess, path.toStdString());
 }
 
 } // namespace
@@ -94,8 +96,7 @@ std::string SettingsStore::GetSetting(const std::string& application, const std:
 
 void SettingsStore::SaveSetting(const std::string& application, const std::string& section,
                                 const std::string& key, const std::string& text) {
-    mFile->setValue(KeyPath(application, section, key), Stored(text));
-    Write(mFile);
+    Change(mFile, [&](QSettings& file) { file.setValue(KeyPath(application, section, key), Stored(text)); });
 }
 
 bool SettingsStore::HasApplication(const std::string& application) const {
@@ -111,8 +112,7 @@ bool SettingsStore::HasSection(const std::string& application, const std::string
 bool SettingsStore::DeleteSection(const std::string& application, const std::string& section) {
     if (!HasSection(application, section))
         return false;
-    mFile->remove(SectionPath(application, section));
-    Write(mFile);
+    Change(mFile, [&](QSettings& file) { file.remove(SectionPath(application, section)); });
     return true;
 }
 
@@ -121,7 +121,6 @@ bool SettingsStore::DeleteSetting(const std::string& application, const std::str
     const QString path = KeyPath(application, section, key);
     if (!mFile->contains(path))
         return false;
-    mFile->remove(path);
-    Write(mFile);
+    Change(mFile, [&](QSettings& file) { file.remove(path); });
     return true;
 }

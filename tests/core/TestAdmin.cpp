@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/Admin.h"
+#include "platform/codepage.h"
+#include "platform/errors.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(ScrambleText, ReversesAndRaisesEachCodeByOne) {
+    const struct {
+        const char* why;
+        std::string plain, scrambled;
+    } cases[] = {
+        {"a logon list", "root:first;", "<utsjg;upps"},
+        {"none", "", ""},
+        {"the lowest codes", "\0\x01"s, "\x02\x01"},
+        {"the end of ASCII: a code that the page leaves to a letter of its own", "~\x7F", "\xE2\x82\xAC\x7F"},
+        {"letters of the page, not bytes of UTF-8", "M\xC3\xBCller", "sfmm\xC3\xBDN"},
+        {"a code that the page leaves undefined", "\xE2\x82\xAC", "\xC2\x81"},
+    };
+    ASSERT_EQ(CodePage::NumberFor("C"), 1252) << "the expected codes are those of this page";
+    for (const auto& c : cases) {
+        EXPECT_EQ(Admin::ScrambleText(c.plain), c.scrambled) << c.why;
+        EXPECT_EQ(Admin::UnscrambleText(c.scrambled), c.plain) << c.why;
+    }
+}
+
+TEST(ScrambleText, NothingWrapsAtTheEndsOfTheCodes) {
+    EXPECT_THROW(Admin::ScrambleText("\xC3\xBF"), RunTimeError) << "255 has no successor";
+    EXPECT_THROW(Admin::UnscrambleText("\0"s), RunTimeError) << "0 has no predecessor";
+}
+
+TEST(GetShortPath, KeepsThePathUpToTheLongestThatIsTaken) {
+    EXPECT_EQ(Admin::GetShortPath("/srv/Agreement file.txt"), "/srv/Agreement file.txt");
+    std::string letters;
+    for (int i = 0; i < 170; ++i)
+        letters += "\xC3\xA9";
+    EXPECT_EQ(Admin::GetShortPath(letters), letters.substr(0, 2 * 164)) << "characters, not bytes";
+}
+
+TEST(VersionText, IsWrittenAsDatabasesNameIt) {
+    EXPECT_EQ(Admin::VersionText(), "1.20");
+    EXPECT_EQ(Admin::LongVersionText(), "1.20.8");
+}
+
+} // namespace

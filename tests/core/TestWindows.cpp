@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The registry of windows, and the small windows that live by it.
+#include "core/FileModule.h"
+#include "core/FormRegistry.h"
+#include "core/SelectAllText.h"
+#include "core/frmCompiling.h"
+#include "core/frmSplash.h"
+#include "platform/application.h"
+
+#include <QEventLoop>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::ElementsAre;
+
+class FormRegistryTest : public testing::Test {
+protected:
+    /// Loads a window that notes its unloading and leaves the registry.
+    void Load(const char* name, QWidget& window) {
+        mRegistry.Load(name, &window, [this, name, &window] {
+            mUnloaded.emplace_back(name);
+            mRegistry.Unloaded(&window);
+        });
+    }
+
+    FormRegistry mRegistry;
+    std::vector<std::string> mUnloaded;
+    QWidget mMain, mReport, mOptions;
+};
+
+TEST_F(FormRegistryTest, TheMainWindowUnloadsTheOthersLastLoadedFirst) {
+    Load("frmMain", mMain);
+    Load("frmAllReports", mReport);
+    Load("frmOptions", mOptions);
+    EXPECT_TRUE(mRegistry.IsLoaded("frmOptions")) << "it was never shown";
+    EXPECT_FALSE(mRegistry.IsLoaded("frmoptions")) << "names are compared exactly";
+    mRegistry.UnloadOthers(&mMain);
+    EXPECT_THAT(mUnloaded, ElementsAre("frmOptions", "frmAllReports"));
+    EXPECT_THAT(mRegistry.Windows(), ElementsAre(&mMain));
+}
+
+TEST_F(FormRegistryTest, AWindowMayTakeOthersWithItOrRefuse) {
+    Load("frmMain", mMain);
+    Load("frmAllReports", mReport);
+    mRegistry.Load("frmOptions", &mOptions, [&] {
+        mRegistry.Unload("frmAllReports");
+        mUnloaded.emplace_back("refused");
+    });
+    mRegistry.UnloadOthers(&mMain);
+    EXPECT_THAT(mUnloaded, ElementsAre("frmAllReports", "refused"));
+    EXPECT_THAT(mRegistry.Windows(), ElementsAre(&mMain, &mOptions));
+    mRegistry.Unload("frmAllReports");
+    EXPECT_EQ(mUnloaded.size(), 2U) << "unloading what is not loaded does nothing";
+}
+
+TEST_F(FormRegistryTest, TheProgramEndsWithItsLastWindowOnceTheStartUpIsOver) {
+    int ends = 0;
+    Load("frmSplash", mReport);
+    mRegistry.Unload("frmSplash");
+    QTest::qWait(1);
+    Load("frmMain", mMain);
+    mRegistry.OnLastUnloaded([&] { ++ends; });
+    QTest::qWait(1);
+    EXPECT_EQ(ends, 0) << "the splash was the only window for a while; the main window is loaded, if hidden";
+
+    Load("frmAllReports", mReport);
+    mRegistry.Unload("frmMain");
+    QTest::qWait(1);
+    EXPECT_EQ(ends, 0) << "a report is still open";
+    mRegistry.Unload("frmAllReports");
+    EXPECT_EQ(ends, 0) << "a handler of the window is still running";
+    QTest::qWait(1);
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(FormRegistryTest, AStartUpThatEndsWithoutAnyWindowEndsTheProgram) {
+    int ends = 0;
+    mRegistry.OnLastUnloaded([&] { ++ends; });
+    QTest::qWait(1);
+    EXPECT_EQ(ends, 1) << "the splash had been clicked away before the start-up gave up";
+}
+
+class SplashTest : public testing::Test {
+protected:
+    ~SplashTest() override {
+        FormRegistry::Instance().Unload("frmSplash");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    static frmSplash& Load() {
+        auto* const splash = new frmSplash; // it belongs to itself
+        splash->Status("Please Wait");
+        splash->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(splash));
+        return *splash;
+    }
+};
+
+TEST_F(SplashTest, TheWindowIsCutAlongTheBlueOfItsPicture) {
+    const frmSplash& splash = Load();
+    auto& window = const_cast<frmSplash&>(splash);
+    for (QLabel* label : window.findChildren<QLabel*>())
+        label->hide();
+    QImage picture(window.size(), QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    window.render(&picture, {}, {}, {});
+    const QRegion shape = window.mask();
+    int inside = 0;
+    int blueInside = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (!shape.contains(QPoint(x, y)))
+                continue;
+            ++inside;
+            blueInside += picture.pixel(x, y) == qRgb(0, 0, 255) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(blueInside, 0);
+    EXPECT_FALSE(shape.contains(QPoint(0, 0)));
+    EXPECT_FALSE(shape.contains(QPoint(picture.width() - 1, 0)));
+    EXPECT_GT(inside, picture.width() * picture.height() / 2) << "most of the picture is there";
+}
+
+TEST_F(SplashTest, LabelsStandWithinTheShapeAndTellTheVersion) {
+    frmSplash& splash = Load();
+    const auto* const status = splash.findChild<QLabel*>("lblStatus");
+    const auto* const version = splash.findChild<QLabel*>("lblVersion");
+    EXPECT_EQ(status->text(), "Please Wait");
+    EXPECT_EQ(status->x(), 0);
+    EXPECT_EQ(status->width(), splash.width());
+    EXPECT_TRUE(status->alignment().testFlag(Qt::AlignHCenter));
+    EXPECT_EQ(version->text(), "1.20.8");
+    for (const QLabel* label : {status, version}) {
+        QRect text = label->fontMetrics().boundingRect(label->geometry(),
+                                                       static_cast<int>(label->alignment()), label->text());
+        EXPECT_EQ(QRegion(text).subtracted(splash.mask()), QRegion()) << label->objectName().toStdString();
+    }
+}
+
+TEST_F(SplashTest, AClickDuringTheWaitForTheCollectorClosesItAndTheWaitGoesOn) {
+    frmSplash& splash = Load();
+    QTimer::singleShot(0, &splash, [&] { QTest::mouseClick(&splash, Qt::LeftButton); });
+    for (int round = 0; round < 3; ++round) {
+        QCoreApplication::processEvents();
+        if (frmSplash* const loaded = frmSplash::Loaded())
+            loaded->TimerEnabled(false);
+    }
+    EXPECT_EQ(frmSplash::Loaded(), nullptr);
+    EXPECT_FALSE(FileModule::FormIsLoaded("frmSplash"));
+}
+
+TEST_F(SplashTest, AClickOnALabelIsAClickOnTheWindow) {
+    frmSplash& splash = Load();
+    QTest::mouseClick(splash.findChild<QLabel*>("lblStatus"), Qt::LeftButton);
+    EXPECT_EQ(frmSplash::Loaded(), nullptr);
+}
+
+TEST_F(SplashTest, TheTimerUnloadsItOnceItIsEnabled) {
+    auto* const timer = Load().findChild<QTimer*>("TMRTerminate");
+    EXPECT_EQ(timer->interval(), 5000);
+    timer->setInterval(1);
+    QTest::qWait(20);
+    ASSERT_NE(frmSplash::Loaded(), nullptr) << "it must not close during the wait for the collector";
+    frmSplash::Loaded()->TimerEnabled(true);
+    EXPECT_TRUE(QTest::qWaitFor([] { return frmSplash::Loaded() == nullptr; }, 2000));
+}
+
+TEST_F(SplashTest, UnloadedTwiceItIsUnloadedOnce) {
+    frmSplash& splash = Load();
+    FormRegistry::Instance().Unload("frmSplash");
+    EXPECT_EQ(frmSplash::Loaded(), nullptr) << "gone at once for whoever asks";
+    EXPECT_FALSE(splash.isVisible()) << "a box that comes next is not covered";
+    splash.Unload();
+}
+
+TEST(CompilingTest, StandsPaintedWhileItsCallerIsBusyAndLeavesTheFocusAlone) {
+    QWidget caller;
+    caller.show();
+    caller.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&caller));
+    auto* const window = new frmCompiling; // it belongs to itself
+    window->ShowAndPaint();
+    EXPECT_TRUE(window->windowHandle()->isExposed());
+    EXPECT_EQ(window->windowTitle(), "Compiling Information... Please wait");
+    EXPECT_EQ(window->findChild<QLabel*>("Label2")->parentWidget()->objectName(), "Frame1");
+    EXPECT_TRUE(FileModule::FormIsLoaded("frmCompiling"));
+
+    window->close();
+    EXPECT_FALSE(FileModule::FormIsLoaded("frmCompiling")) << "closed by its frame";
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST(SelectAllOnFocus, TypingReplacesTheTextHoweverTheBoxWasReached) {
+    QWidget dialog;
+    QVBoxLayout layout(&dialog);
+    QLineEdit name("name"), password("password");
+    for (QLineEdit* box : {&name, &password}) {
+        layout.addWidget(box);
+        SelectAllOnFocus(*box);
+    }
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QTest::mouseClick(&password, Qt::LeftButton);
+    QTest::qWait(1);
+    EXPECT_EQ(password.selectedText(), "password") << "by mouse";
+    QTest::mouseClick(&password, Qt::LeftButton);
+    QTest::qWait(1);
+    EXPECT_EQ(password.selectedText(), "") << "a click in the box that has the focus sets the caret";
+    name.setFocus();
+    QTest::qWait(1);
+    EXPECT_EQ(name.selectedText(), "name") << "by the program";
+}
+
+} // namespace

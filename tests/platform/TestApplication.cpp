@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Each failure runs in a program of its own, which must end with exit status 1 and have said why.
+#include "platform/application.h"
+#include "platform/prompts.h"
+
+#include <QEventLoop>
+#include <QPaintEvent>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <new>
+#include <stdexcept>
+
+namespace {
+
+/// Writes its boxes to the error stream, and does what a test wants while one is open.
+class WrittenPrompts final : public Prompts {
+public:
+    explicit WrittenPrompts(std::function<void()> meanwhile = {}) : mMeanwhile(std::move(meanwhile)) {}
+    MsgBoxAnswer MsgBox(const std::string& text, int style, const std::string& title) override {
+        std::fprintf(stderr, "BOX %s/%d/%s\n", title.c_str(), style, text.c_str());
+        if (mMeanwhile)
+            mMeanwhile();
+        std::fprintf(stderr, "READ\n");
+        return MsgBoxAnswer::OK;
+    }
+    std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
+    std::string OpenFile(const FileDialog&) override { return {}; }
+    std::string SaveFile(const FileDialog&) override { return {}; }
+    std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
+    void Beep() override {}
+
+private:
+    std::function<void()> mMeanwhile;
+};
+
+void Cleanup() {
+    std::fprintf(stderr, "CLOSED\n");
+}
+
+/// Runs the event loop until the failure of a timer's handler ends the program.
+void FailInEvent(const std::function<void()>& handler, WrittenPrompts& prompts) {
+    Application::ShowFailuresBy(&prompts);
+    Application::BeforeFailing(Cleanup);
+    QTimer::singleShot(0, qApp, handler);
+    QTimer::singleShot(5000, qApp, [] { std::_Exit(99); });
+    QEventLoop().exec();
+}
+
+void FailInEvent(const std::function<void()>& handler) {
+    WrittenPrompts prompts;
+    FailInEvent(handler, prompts);
+}
+
+constexpr const char* kNotFound =
+    "BOX Velmora/16/Run-time error '53':\n\nFile not found: Template.sdb\nREAD\nCLOSED";
+
+TEST(ApplicationDeathTest, AFailureIsShownAndTheDatabaseClosedBeforeTheEnd) {
+    EXPECT_EXIT(FailInEvent([] { Raise(Errors::kFileNotFound, "Template.sdb"); }), testing::ExitedWithCode(1),
+                kNotFound);
+    EXPECT_EXIT(FailInEvent([] { throw std::bad_alloc(); }), testing::ExitedWithCode(1),
+                "Run-time error '7':\n\nOut of memory");
+    EXPECT_EXIT(FailInEvent([] { throw std::logic_error("a fault of ours"); }), testing::ExitedWithCode(1),
+                "Run-time error '5':\n\na fault of ours");
+}
+
+TEST(ApplicationDeathTest, AFailureInAClickWithinADialogsOwnLoopEndsTheProgramToo) {
+    EXPECT_EXIT(FailInEvent([] {
+                    QPushButton button;
+                    QObject::connect(&button, &QPushButton::clicked,
+                                     [] { Raise(Errors::kFileNotFound, "Template.sdb"); });
+                    button.show();
+                    QTimer::singleShot(0, &button, [&] { QTest::mouseClick(&button, Qt::LeftButton); });
+                    QEventLoop().exec();
+                }),
+                testing::ExitedWithCode(1), kNotFound);
+}
+
+TEST(ApplicationDeathTest, AFailureWhilePaintingIsShownOnceThePaintingIsOver) {
+    class Canvas final : public QWidget {
+    protected:
+        void paintEvent(QPaintEvent* /*event*/) override { Raise(Errors::kFileNotFound, "Template.sdb"); }
+    };
+    EXPECT_EXIT(FailInEvent([] {
+                    Canvas canvas;
+                    canvas.show();
+                    QEventLoop().exec();
+                }),
+                testing::ExitedWithCode(1), kNotFound);
+}
+
+TEST(ApplicationDeathTest, ASecondFailureNeitherRecursesNorHidesTheFirst) {
+    EXPECT_EXIT(
+        {
+            WrittenPrompts prompts([] {
+                QTimer::singleShot(0, qApp, [] { throw std::logic_error("second"); });
+                QTest::qWait(50);
+            });
+            FailInEvent([] { Raise(Errors::kFileNotFound, "Template.sdb"); }, prompts);
+        },
+        testing::ExitedWithCode(1), kNotFound);
+    EXPECT_EXIT(
+        {
+            WrittenPrompts prompts([] { throw std::logic_error("the box itself"); });
+            FailInEvent([] { Raise(Errors::kFileNotFound, "Template.sdb"); }, prompts);
+        },
+        testing::ExitedWithCode(1), "could not be shown.*\nCLOSED");
+    EXPECT_EXIT(
+        {
+            WrittenPrompts prompts;
+            Application::ShowFailuresBy(&prompts);
+            Application::BeforeFailing([] { Raise(Errors::kDatabase, "the log remains"); });
+            Application::Fail({Errors::kOverflow, "Overflow"});
+        },
+        testing::ExitedWithCode(1), "BOX.*Run-time error '6'");
+}
+
+TEST(ApplicationDeathTest, TheStartUpIsGuardedLikeAHandler) {
+    EXPECT_EQ(Application::Guard([] { return 3; }), 3);
+    EXPECT_EXIT(Application::Guard([]() -> int { Raise(Errors::kFileNotFound, "Template.sdb"); }),
+                testing::ExitedWithCode(1), "Run-time error '53'")
+        << "without anyone to show it, it goes to the error stream";
+}
+
+TEST(CommandLine, IsTheRawTextOfTheArguments) {
+    const struct {
+        const char* why;
+        std::vector<const char*> arguments;
+        const char* line;
+    } cases[] = {
+        {"none", {"console"}, ""},
+        {"a switch", {"console", "\\CLEAR"}, "\\CLEAR"},
+        {"a blank of the switch's own makes it another text", {"console", "\\CLEAR "}, "\\CLEAR "},
+        {"several, the toolkit's own among them",
+         {"console", "-style", "fusion", "\\PASSWORD"},
+         "-style fusion \\PASSWORD"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CommandLine(static_cast<int>(c.arguments.size()), c.arguments.data()), c.line) << c.why;
+}
+
+} // namespace

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dialogs as a person meets them: each test answers the open dialog by keyboard.
+#include "platform/qtprompts.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+/// Lets `act` work on the dialog that opens next, and answer it.
+template <class Dialog>
+void WhenOpen(std::function<void(Dialog&)> act) {
+    QTimer::singleShot(0, qApp, [act] {
+        auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr) << "no such dialog is open";
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+        act(*dialog);
+        // A button that is worked by its letter goes down for a moment first.
+        if (!QTest::qWaitFor([&] { return !dialog->isVisible(); }, 2000)) {
+            ADD_FAILURE() << "the dialog was not answered";
+            dialog->reject();
+        }
+    });
+}
+
+constexpr int kGuard = MsgBoxStyle::kYesNo + MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2;
+
+TEST(MsgBox, AQuestionThatGuardsDestructionIsNoUnlessYesIsMeant) {
+    const struct {
+        const char* why;
+        int style;
+        std::function<void(QMessageBox&)> act;
+        MsgBoxAnswer answer;
+    } cases[] = {
+        {"Enter takes the default, the second button", kGuard,
+         [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, MsgBoxAnswer::No},
+        {"Escape", MsgBoxStyle::kYesNo, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); },
+         MsgBoxAnswer::No},
+        {"the frame's own button", MsgBoxStyle::kYesNo, [](QMessageBox& box) { box.close(); },
+         MsgBoxAnswer::No},
+        {"Yes by its letter", kGuard,
+         [](QMessageBox& box) {
+             EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "&Yes");
+             QTest::keyClick(&box, Qt::Key_Y, Qt::AltModifier);
+         },
+         MsgBoxAnswer::Yes},
+        {"Yes is the default of a plain question", MsgBoxStyle::kYesNo + MsgBoxStyle::kQuestion,
+         [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, MsgBoxAnswer::Yes},
+    };
+    for (const auto& c : cases) {
+        WhenOpen<QMessageBox>(c.act);
+        EXPECT_EQ(QtPrompts().MsgBox("Replace this backup file?", c.style, "Replace?"), c.answer) << c.why;
+    }
+}
+
+TEST(MsgBox, StyleNumbersChooseTheIcon) {
+    const struct {
+        int style;
+        QMessageBox::Icon icon;
+    } cases[] = {{0, QMessageBox::NoIcon},   {16, QMessageBox::Critical},    {32, QMessageBox::Question},
+                 {48, QMessageBox::Warning}, {64, QMessageBox::Information}, {276, QMessageBox::Critical}};
+    for (const auto& c : cases) {
+        WhenOpen<QMessageBox>([&](QMessageBox& box) {
+            EXPECT_EQ(box.icon(), c.icon) << c.style;
+            EXPECT_EQ(box.windowTitle(), "Velmora") << "a box without a title bears the program's name";
+            box.close();
+        });
+        QtPrompts().MsgBox("text", c.style, "");
+    }
+}
+
+TEST(MsgBox, AHostileMachineNameIsShownAsItIsAndFitsTheScreen) {
+    const std::string name = "<img src='file:///etc/passwd'><b>PC</b>" + std::string(5000, 'X');
+    WhenOpen<QMessageBox>([&](QMessageBox& box) {
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        EXPECT_EQ(box.text().remove(QChar(0x200B)).toStdString(), "Delete\n" + name);
+        EXPECT_LT(box.width(), 1000);
+        box.close();
+    });
+    QtPrompts().MsgBox("Delete\r\n" + name, kGuard, "Delete");
+}
+
+TEST(MsgBox, ShowsTheArrowInTheMiddleOfLongWork) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    WhenOpen<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+        box.close();
+    });
+    QtPrompts().MsgBox("text", 0, "title");
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor) << "the work goes on";
+    QApplication::restoreOverrideCursor();
+}
+
+TEST(InputBox, GivesTheTextOrNothing) {
+    WhenOpen<QInputDialog>([](QInputDialog& box) {
+        for (const QLabel* label : box.findChildren<QLabel*>())
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        QTest::keyClicks(box.findChild<QLineEdit*>(), "192.168.0.7");
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    EXPECT_EQ(QtPrompts().InputBox("<b>Address</b>", "Ping", "the initial text is replaced"), "192.168.0.7");
+
+    WhenOpen<QInputDialog>([](QInputDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_EQ(QtPrompts().InputBox("Address", "Ping", "initial"), "");
+}
+
+class FileDialogs : public testing::Test {
+protected:
+    /// Types `name` and presses Enter; records what the dialog showed.
+    void WillType(const char* name) {
+        WhenOpen<QFileDialog>([this, name](QFileDialog& dialog) {
+            mTitle = dialog.windowTitle().toStdString();
+            mFolder = dialog.directory().absolutePath().toStdString();
+            auto* const edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            ASSERT_NE(edit, nullptr);
+            edit->setText(QString::fromUtf8(name));
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+    }
+
+    FileDialog Backup() const {
+        return {"Backup File (*.zbk)|*.zbk", "Please select a backup file", "zbk", mFiles.Path()};
+    }
+
+    TemporaryFolder mFiles;
+    QtPrompts mPrompts;
+    std::string mTitle;
+    std::string mFolder;
+};
+
+TEST_F(FileDialogs, AMissingNameMayBeOpenedAndGetsTheExtension) {
+    WillType("new");
+    EXPECT_EQ(mPrompts.OpenFile(Backup()), mFiles.Path("new.zbk"));
+    EXPECT_EQ(mTitle, "Please select a backup file");
+    EXPECT_EQ(mFolder, mFiles.Path());
+}
+
+TEST_F(FileDialogs, AnExistingFileWithoutAnExtensionIsOpenedAsItIs) {
+    mFiles.WriteFile("Agreement", "text");
+    WillType("Agreement");
+    EXPECT_EQ(mPrompts.OpenFile(Backup()), mFiles.Path("Agreement"));
+}
+
+TEST_F(FileDialogs, SavingOverAFileIsNotAskedTwice) {
+    mFiles.WriteFile("old.zbk", "backup");
+    WillType("old.zbk");
+    EXPECT_EQ(mPrompts.SaveFile(Backup()), mFiles.Path("old.zbk"));
+}
+
+TEST_F(FileDialogs, CancelGivesNothing) {
+    const auto cancel = [](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
+    WhenOpen<QFileDialog>(cancel);
+    EXPECT_EQ(mPrompts.OpenFile(Backup()), "");
+    WhenOpen<QFileDialog>(cancel);
+    EXPECT_EQ(mPrompts.SaveFile(Backup()), "") << "the default extension alone is no path";
+    WhenOpen<QFileDialog>(cancel);
+    EXPECT_EQ(mPrompts.BrowseForFolder("Please select INF Directory", mFiles.Path()), "");
+}
+
+TEST_F(FileDialogs, BrowsingStartsAtTheFolderInUse) {
+    WhenOpen<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath().toStdString(), mFiles.Path());
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+    });
+    EXPECT_EQ(mPrompts.BrowseForFolder("Please select Import Directory", mFiles.Path()), mFiles.Path());
+}
+
+TEST(NameFilters, MatchBothLetterCases) {
+    const struct {
+        const char* filter;
+        QStringList filters;
+    } cases[] = {
+        {"MOVA Database (*.mdb)|*.MDB", {"MOVA Database (*.mdb *.MDB)"}},
+        {"Agreement File (*.*)|*.*", {"Agreement File (*)"}},
+        {"Pages|*.htm;*.html|All|*.*", {"Pages (*.htm *.HTM *.html *.HTML)", "All (*)"}},
+        {"a name without a pattern", {}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(NameFilters(c.filter), c.filters) << c.filter;
+}
+
+TEST(WithDefaultExtension, IsAddedToBareNamesAlone) {
+    const struct {
+        const char *path, *result;
+    } cases[] = {
+        {"/srv/backups.d/monday", "/srv/backups.d/monday.zbk"},
+        {"/srv/monday.old", "/srv/monday.old"},
+        {"", ""},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(WithDefaultExtension(c.path, "zbk"), c.result);
+}
+
+} // namespace

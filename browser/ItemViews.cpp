@@ -14,8 +14,8 @@ namespace {
 constexpr int kMeasuredRows = 1000;
 constexpr int kNarrowestItem = 12;
 constexpr int kWidestItem = 40;
-/// Of large icons, whose texts take two lines.
-constexpr int kLargeItem = 16;
+/// Longer texts take a second line below a large icon.
+constexpr int kWidestLargeItem = 20;
 
 void Prepare(QAbstractItemView& view) {
     view.setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -108,19 +108,19 @@ void IconsView::Mode(ListStyle mode) {
 
 void IconsView::Measure() {
     const QFontMetrics metrics = fontMetrics();
+    const bool isLarge = mMode == ListStyle::LargeIcons;
+    int textWidth = metrics.averageCharWidth() * kNarrowestItem;
+    const int rows = std::min(model() == nullptr ? 0 : model()->rowCount(), kMeasuredRows);
+    for (int row = 0; row < rows; ++row)
+        textWidth = std::max(textWidth, metrics.horizontalAdvance(model()->index(row, 0).data().toString()));
+    textWidth = std::min(textWidth, metrics.averageCharWidth() * (isLarge ? kWidestLargeItem : kWidestItem));
+
     const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
-    if (mMode == ListStyle::LargeIcons) {
-        mDelegate->Size(QSize(metrics.averageCharWidth() * kLargeItem,
-                              iconSize().height() + 2 * metrics.lineSpacing() + 2 * margin));
-    } else {
-        int widest = metrics.averageCharWidth() * kNarrowestItem;
-        const int rows = std::min(model() == nullptr ? 0 : model()->rowCount(), kMeasuredRows);
-        for (int row = 0; row < rows; ++row)
-            widest = std::max(widest, metrics.horizontalAdvance(model()->index(row, 0).data().toString()));
-        const int textWidth = std::min(widest, metrics.averageCharWidth() * kWidestItem);
-        mDelegate->Size(QSize(iconSize().width() + textWidth + 3 * margin,
-                              std::max(iconSize().height(), metrics.height()) + margin));
-    }
+    const QSize beside(iconSize().width() + textWidth + 3 * margin,
+                       std::max(iconSize().height(), metrics.height()) + margin);
+    const QSize below(std::max(iconSize().width(), textWidth) + 3 * margin,
+                      iconSize().height() + 2 * metrics.lineSpacing() + 2 * margin);
+    mDelegate->Size(isLarge ? below : beside);
     scheduleDelayedItemsLayout();
 }
 

@@ -180,10 +180,12 @@ void frmMain::ShowClock() {
     const std::chrono::local_days day = std::chrono::floor<std::chrono::days>(now);
     const QDate date = QDate(1970, 1, 1).addDays(day.time_since_epoch().count());
     const QTime time = QTime(0, 0).addSecs(static_cast<int>((now - day).count()));
-    mDatePanel->setText(QLocale().toString(date, QLocale::ShortFormat));
-    mTimePanel->setText(QLocale().toString(time, QLocale::ShortFormat));
-    // The next minute's beginning.
-    mClockTimer.start((60 - time.second()) * 1000);
+    const QLocale locale;
+    mDatePanel->setText(locale.toString(date, QLocale::ShortFormat));
+    mTimePanel->setText(locale.toString(time, QLocale::ShortFormat));
+    // Again when the text will change: at the next minute, or second where the locale shows them.
+    const bool hasSeconds = locale.timeFormat(QLocale::ShortFormat).contains('s');
+    mClockTimer.start(hasSeconds ? 1000 : (60 - time.second()) * 1000);
 }
 
 void frmMain::Load() {

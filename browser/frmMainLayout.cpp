@@ -49,7 +49,9 @@ void frmMain::SizeControls(float& x) {
     const int top = ToPixels(panes.top);
     const int height = std::max(ToPixels(panes.height), 0);
     tvTreeView->setGeometry(0, top, ToPixels(panes.treeWidth), height);
-    lvListView->setGeometry(ToPixels(panes.listLeft), top, ToPixels(panes.listWidth), height);
+    const int listLeft = ToPixels(panes.listLeft);
+    const int listRight = ToPixels(panes.listLeft + panes.listWidth);
+    lvListView->setGeometry(listLeft, top, listRight - listLeft, height);
     imgSplitter->setGeometry(ToPixels(panes.splitterLeft), top, imgSplitter->width(), height);
     imgSplitter->raise();
 }

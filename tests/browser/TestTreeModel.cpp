@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "browser/MachineAge.h"
 #include "browser/TreeModel.h"
 
-#include "browser/MachineAge.h"
+#include <QAbstractItemModelTester>
 
 #include <gtest/gtest.h>
-
-#include <QAbstractItemModelTester>
 
 #include <chrono>
 
@@ -53,15 +52,49 @@ TEST(TreeModel, BuildsTheSameCategoriesBelowAllAndBelowEachMachine) {
     TreeModel tree;
     tree.ShowRoot("24 Nov 2026");
     tree.ShowMachines({{"PC1", 1}, {" pc 2", 4}});
-    const std::vector<std::string> expected = {
-        "MAIN",           "ALL",        "ALL?CPU",     "ALL?DEV",      "ALL?DEVDISP",     "ALL?DEVMB",
-        "ALL?DEVNET",     "ALL?DRV",    "ALL?DRVDETAIL", "ALL?IO",     "ALL?MSO",         "ALL?ODB",
-        "ALL?OS",         "ALL?PRN",    "ALL?UNI",     "PC1?MAIN",     "PC1?CPU",         "PC1?DEV",
-        "PC1?DEVDISP",    "PC1?DEVMB",  "PC1?DEVNET",  "PC1?DRV",      "PC1?DRVDETAIL",   "PC1?IO",
-        "PC1?MSO",        "PC1?ODB",    "PC1?OS",      "PC1?PRN",      "PC1?UNI",         " pc 2?MAIN",
-        " pc 2?CPU",      " pc 2?DEV",  " pc 2?DEVDISP", " pc 2?DEVMB", " pc 2?DEVNET",   " pc 2?DRV",
-        " pc 2?DRVDETAIL", " pc 2?IO",  " pc 2?MSO",   " pc 2?ODB",    " pc 2?OS",        " pc 2?PRN",
-        " pc 2?UNI"};
+    const std::vector<std::string> expected = {"MAIN",
+                                               "ALL",
+                                               "ALL?CPU",
+                                               "ALL?DEV",
+                                               "ALL?DEVDISP",
+                                               "ALL?DEVMB",
+                                               "ALL?DEVNET",
+                                               "ALL?DRV",
+                                               "ALL?DRVDETAIL",
+                                               "ALL?IO",
+                                               "ALL?MSO",
+                                               "ALL?ODB",
+                                               "ALL?OS",
+                                               "ALL?PRN",
+                                               "ALL?UNI",
+                                               "PC1?MAIN",
+                                               "PC1?CPU",
+                                               "PC1?DEV",
+                                               "PC1?DEVDISP",
+                                               "PC1?DEVMB",
+                                               "PC1?DEVNET",
+                                               "PC1?DRV",
+                                               "PC1?DRVDETAIL",
+                                               "PC1?IO",
+                                               "PC1?MSO",
+                                               "PC1?ODB",
+                                               "PC1?OS",
+                                               "PC1?PRN",
+                                               "PC1?UNI",
+                                               " pc 2?MAIN",
+                                               " pc 2?CPU",
+                                               " pc 2?DEV",
+                                               " pc 2?DEVDISP",
+                                               " pc 2?DEVMB",
+                                               " pc 2?DEVNET",
+                                               " pc 2?DRV",
+                                               " pc 2?DRVDETAIL",
+                                               " pc 2?IO",
+                                               " pc 2?MSO",
+                                               " pc 2?ODB",
+                                               " pc 2?OS",
+                                               " pc 2?PRN",
+                                               " pc 2?UNI"};
     EXPECT_EQ(KeysInOrder(tree), expected);
     EXPECT_EQ(tree.Text(tree.Root()), "24 Nov 2026");
     EXPECT_EQ(tree.Text(tree.Find(" pc 2?MAIN")), " pc 2");
@@ -94,7 +127,8 @@ TEST(TreeModel, FindsWhatAWalkOverAllNodesWouldFindFirst) {
         EXPECT_EQ(tree.Text(node), c.text) << c.why;
         EXPECT_EQ(c.branch < 0 ? -1 : node.row(), c.branch) << c.why;
     }
-    EXPECT_EQ(tree.Find("ALL?CPU").parent().row(), 0) << "the branch's category was built before the machine's";
+    EXPECT_EQ(tree.Find("ALL?CPU").parent().row(), 0)
+        << "the branch's category was built before the machine's";
     for (const char* key : {"", "?", "PC2?MAIN", "PC1", "PC1?", "PC1?DEVDRV", "pc1?MAIN", "PC1?cpu", "?MAIN"})
         EXPECT_FALSE(tree.Find(key).isValid()) << key;
 }

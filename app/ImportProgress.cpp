@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ImportProgress.h"
 
-#include <QCoreApplication>
+#include "core/frmSplash.h"
+#include "platform/application.h"
+
 #include <QLabel>
 #include <QProgressBar>
 #include <QVBoxLayout>
 #include <QWidget>
-#include <cmath>
 
-#include "core/FormRegistry.h"
-#include "core/frmSplash.h"
+#include <cmath>
 
 namespace {
 
@@ -44,12 +44,12 @@ void ImportProgress::Show() {
     if (mSinceShown.elapsed() < kMillisecondsBetweenPictures)
         return;
     mSinceShown.restart();
-    if (auto* splash = qobject_cast<frmSplash*>(FormRegistry::Instance().Find("frmSplash")))
+    if (frmSplash* splash = frmSplash::Loaded())
         splash->Status("Importing " + mName + " ... " +
                        std::to_string(static_cast<int>(std::floor(100 * mPercent))) + " %");
     else
         ShowInWindow();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    Application::LetEventsThrough();
 }
 
 void ImportProgress::ShowInWindow() {

@@ -4,10 +4,11 @@
 // input held back, so that the desktop never takes the program for hung.
 #pragma once
 
-#include <QElapsedTimer>
-#include <memory>
-
 #include "import/cSinImport.h"
+
+#include <QElapsedTimer>
+
+#include <memory>
 
 class QLabel;
 class QProgressBar;

@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Startup.h"
 
-#include <QCoreApplication>
-#include <QGuiApplication>
-#include <QThread>
-
 #include "app/ImportProgress.h"
 #include "browser/frmMain.h"
 #include "core/CReadWriteEasyReg.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
+#include "core/MainForm.h"
 #include "core/frmSplash.h"
 #include "import/cSinImport.h"
 #include "platform/files.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QThread>
+#include <QWidget>
 
 namespace {
 
@@ -21,21 +23,26 @@ constexpr const char* kApplicationKey = "Velmora";
 constexpr const char* kSettingsKey = "Velmora\\Settings";
 constexpr int kPollMilliseconds = 500;
 
-frmSplash* Splash() {
-    return qobject_cast<frmSplash*>(FormRegistry::Instance().Find("frmSplash"));
+void ScreenPointer(MousePointer pointer) {
+    if (pointer == MousePointer::Hourglass)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
 }
 
-/// The screen's pointer is an hourglass until `Normal`; a return without it leaves it so.
-class ScreenPointer {
-public:
-    static void Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    static void Normal() { QGuiApplication::restoreOverrideCursor(); }
-};
+void RaiseWindows() {
+    for (QWidget* window : FormRegistry::Instance().Windows())
+        if (window->isVisible()) {
+            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+            window->raise();
+            window->activateWindow();
+        }
+}
 
 } // namespace
 
-Startup::Startup(std::string programFolder, std::string commandLine, SettingsStore& settings, Prompts& prompts,
-                 Processes& processes, const Clock& clock, SingleInstance& instance)
+Startup::Startup(std::string programFolder, std::string commandLine, SettingsStore& settings,
+                 Prompts& prompts, Processes& processes, const Clock& clock, SingleInstance& instance)
     : mProgramFolder(std::move(programFolder)),
       mCommandLine(std::move(commandLine)),
       mSettings(settings),
@@ -56,16 +63,18 @@ bool Startup::Main() {
         mInstance.ActivateFirst();
         return false;
     }
+    mInstance.Listen(RaiseWindows);
     ApplySwitch();
     ShowSplash();
     RunCollector();
-    if (frmSplash* splash = Splash())
-        splash->TMRTerminate(true);
+    if (frmSplash* splash = frmSplash::Loaded())
+        splash->TimerEnabled(true);
 
-    ScreenPointer::Hourglass();
+    ScreenPointer(MousePointer::Hourglass);
     if (!RebuildDatabase())
         return true;
     mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mProgramFolder);
+    mForm->OnExit([] { QCoreApplication::exit(0); });
     gMainForm = mForm.get();
     mForm->Load();
     mForm->OpenSinDatabase();
@@ -73,10 +82,10 @@ bool Startup::Main() {
     if (!isImported) {
         // The window stays loaded and hidden, and with it the program.
         mPrompts.MsgBox("Failed to Import INF Files", MsgBoxStyle::kCritical, "Import");
-        ScreenPointer::Normal();
+        ScreenPointer(MousePointer::Default);
         return true;
     }
-    ScreenPointer::Normal();
+    ScreenPointer(MousePointer::Default);
     mForm->OpenSinDatabase();
     mForm->show();
     return true;
@@ -85,12 +94,12 @@ bool Startup::Main() {
 void Startup::ApplySwitch() {
     CReadWriteEasyReg registry(mSettings);
     if (mCommandLine == "\\CLEAR") {
-        if (registry.OpenRegistry(CReadWriteEasyReg::HKEY_CURRENT_USER, kApplicationKey)) {
+        if (registry.OpenRegistry(HKEY_CURRENT_USER, kApplicationKey)) {
             registry.DeleteDirectory("Settings");
             registry.CloseRegistry();
         }
     } else if (mCommandLine == "\\PASSWORD") {
-        if (registry.OpenRegistry(CReadWriteEasyReg::HKEY_CURRENT_USER, kSettingsKey)) {
+        if (registry.OpenRegistry(HKEY_CURRENT_USER, kSettingsKey)) {
             registry.DeleteValue("USER_LI");
             registry.CloseRegistry();
         }
@@ -99,11 +108,11 @@ void Startup::ApplySwitch() {
 
 void Startup::ShowSplash() {
     const std::string lblStatus = "Please Wait";
-    frmSplash* splash = frmSplash::Load();
+    auto* const splash = new frmSplash;
     splash->Status(lblStatus);
     splash->show();
     splash->repaint();
-    splash->TMRTerminate(false);
+    splash->TimerEnabled(false);
 }
 
 void Startup::RunCollector() {
@@ -120,10 +129,11 @@ bool Startup::RebuildDatabase() {
     const std::string database = Beside("Demodb.mdb");
     const std::string emptyDatabase = Beside("Template.sdb");
     if (!FileExists(emptyDatabase)) {
-        mPrompts.MsgBox("Movanta Demo has not been installed properly!\r\n'Template.sdb' file is missing from "
-                        "the '" +
-                            mProgramFolder + "' folder. Please re-install the MOVA admin module.",
-                        MsgBoxStyle::kQuestion, "Template.sdb Not Found");
+        mPrompts.MsgBox(
+            "Movanta Demo has not been installed properly!\r\n'Template.sdb' file is missing from "
+            "the '" +
+                mProgramFolder + "' folder. Please re-install the MOVA admin module.",
+            MsgBoxStyle::kQuestion, "Template.sdb Not Found");
         return false;
     }
     DeleteDatabase(database);

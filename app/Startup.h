@@ -4,18 +4,16 @@
 // window. When Main returns, the windows' events drive the program.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "platform/clock.h"
 #include "platform/process.h"
 #include "platform/prompts.h"
 #include "platform/settings.h"
 #include "platform/singleinstance.h"
 
-class ImportProgress;
+#include <memory>
+#include <string>
+
 class frmMain;
-class frmSplash;
 
 class Startup {
 public:
@@ -27,8 +25,9 @@ public:
     Startup(const Startup&) = delete;
     Startup& operator=(const Startup&) = delete;
 
-    /// The entry routine. False where the program is to end at once, since another copy runs. Failures of
-    /// the collector's start and of the copying of files are not caught.
+    /// The entry routine. False where the program is to end at once, since another copy runs. Where the
+    /// template is missing it returns without a main window, and where the import fails with a hidden one.
+    /// Failures of the collector's start and of the copying of files are not caught.
     bool Main();
 
 private:

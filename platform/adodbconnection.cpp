@@ -149,9 +149,9 @@ void Connection::Open() {
         sqlite3_extended_result_codes(database, 1);
         sqlite3_busy_timeout(database, 5000);
         RegisterAccessFunctions(database);
-        for (const char* pragma :
-             {"PRAGMA trusted_schema = OFF", "PRAGMA foreign_keys = ON", "PRAGMA synchronous = NORMAL",
-              "PRAGMA cache_size = -32000", "PRAGMA cell_size_check = ON"})
+        for (const char* pragma : {"PRAGMA trusted_schema = OFF", "PRAGMA foreign_keys = ON",
+                                   "PRAGMA synchronous = NORMAL", "PRAGMA cache_size = -32000",
+                                   "PRAGMA wal_autocheckpoint = 4000", "PRAGMA cell_size_check = ON"})
             if (sqlite3_exec(database, pragma, nullptr, nullptr, nullptr) != SQLITE_OK)
                 RaiseDatabase(database);
         EndBulkLoad();

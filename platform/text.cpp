@@ -131,6 +131,23 @@ double Val(std::string_view text) {
     return value;
 }
 
+double CDbl(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\n";
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == std::string_view::npos)
+        Raise(Errors::kTypeMismatch);
+    text = text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+    const std::string_view digits = text.substr(text.front() == '-' || text.front() == '+' ? 1 : 0);
+    // A number's words ("inf", "nan") are no numbers here.
+    const bool beginsAsNumber = !digits.empty() && (IsDigit(digits.front()) || digits.front() == '.');
+    double value = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (!beginsAsNumber || result.ec == std::errc::invalid_argument ||
+        result.ptr != digits.data() + digits.size())
+        Raise(Errors::kTypeMismatch);
+    return Val(text);
+}
+
 std::int16_t CInt(double value) {
     return static_cast<std::int16_t>(RoundedWithin(value, -32768, 32767));
 }

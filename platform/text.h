@@ -17,6 +17,9 @@ using LocalTime = std::chrono::local_seconds;
 /// point, and an exponent behind E or D. 0 where no number begins. Raises error 6 past the double's range.
 double Val(std::string_view text);
 
+/// The number that the whole of `text` writes, blanks around it aside. Raises error 13 for any other text.
+double CDbl(std::string_view text);
+
 /// `value` as a 16-bit integer, halves rounded to even. Raises error 6 outside -32768 to 32767.
 std::int16_t CInt(double value);
 

@@ -9,7 +9,7 @@ packages=(
     # compiler and build
     g++ cmake ninja-build ccache pkg-config git
     # libraries
-    qt6-base-dev libqt6svg6-dev libsqlite3-dev
+    qt6-base-dev qt6-svg-dev libsqlite3-dev
     # running: fonts, pictures, the printers' client
     fonts-dejavu-core qt6-qpa-plugins cups-client
     # tests, benches, fuzzing, checks

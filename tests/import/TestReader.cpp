@@ -139,7 +139,8 @@ TEST(Record, LongRecordsReadAsShortOnes) {
         "a|" + filler + "|c|MEM=" + filler + "|IP7=127.0.0.1;IP70=no;" + filler + "PR7=TCP;";
     EXPECT_EQ(Field(record, 2), filler);
     EXPECT_EQ(Field(record, 3), "c");
-    EXPECT_EQ(Field(record, 6), "") << "no bar behind it";
+    EXPECT_EQ(Field(record, 5), "") << "no bar behind it";
+    EXPECT_EQ(Field(record, 6), "a") << "wrapped around";
     EXPECT_EQ(Tagged(record, "MEM", "|"), filler);
     EXPECT_EQ(Tagged(record, "IP7", ";"), "127.0.0.1");
     EXPECT_EQ(Tagged(record, "PR7", ";"), "TCP");

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Startup.h"
+#include "core/FormRegistry.h"
+#include "core/Globals.h"
+#include "platform/application.h"
+#include "platform/files.h"
+#include "platform/qtprompts.h"
+
+#include <QIcon>
+
+int main(int argc, char** argv) {
+    const std::string commandLine = CommandLine(argc, argv);
+    Application application(argc, argv);
+    QtPrompts prompts;
+    Application::ShowFailuresBy(&prompts);
+    Application::BeforeFailing([] {
+        if (gConnection)
+            gConnection->Close();
+    });
+    return Application::Guard([&] {
+        Application::setWindowIcon(QIcon(":/icons/velmora.svg"));
+        SettingsStore settings;
+        SystemProcesses processes;
+        const SystemClock clock;
+        const std::string folder = ProgramFolder();
+        SingleInstance instance(folder);
+        Startup startup(folder, commandLine, settings, prompts, processes, clock, instance);
+        FormRegistry::Instance().OnLastUnloaded([] { Application::exit(0); });
+        if (!startup.Main() || FormRegistry::Instance().Windows().empty())
+            return 0;
+        return Application::exec();
+    });
+}

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "browser/Commands.h"
+
+#include "browser/frmMain.h"
+
+#include <array>
+#include <type_traits>
+
+namespace {
+
+using enum CommandKind;
+
+/// A member of frmMain as a click handler, given the index where it takes one.
+template <auto Member>
+void Click(frmMain& form, int index) {
+    if constexpr (std::is_invocable_v<decltype(Member), frmMain&, int>)
+        (form.*Member)(index);
+    else
+        (form.*Member)();
+}
+
+constexpr ClickHandler kLater = nullptr;
+
+/// The toolbar's Copy does nothing; copying is reached by the menus.
+void Nothing(frmMain& /*form*/, int /*index*/) {}
+
+// clang-format off
+constexpr auto kMenuCommands = std::to_array<CommandRow>({
+    {Menu, "mnuFile", -1, "&File", "", "", "", nullptr},
+    {Item, "mnuSelectDatabase", -1, "&Select Database", "", "mnuFile", "document-open", Click<&frmMain::mnuSelectDatabase>},
+    {Item, "mnuNewDatabase", -1, "Create a &New Database", "", "mnuFile", "document-new", Click<&frmMain::mnuNewDatabase>},
+    {Item, "mnuCloseDatabase", -1, "&Close Database", "", "mnuFile", "document-close", Click<&frmMain::mnuCloseDatabase>},
+    {Separator, "mnuFileBar3", -1, "", "", "mnuFile", "", nullptr},
+    {Item, "mnuImport", -1, "&Import", "Ctrl+I", "mnuFile", "import", kLater},
+    {Item, "mnuQuickImport", -1, "&Quick Import", "F12", "mnuFile", "", kLater},
+    {Item, "mnuExport", -1, "&Export", "Ctrl+E", "mnuFile", "document-export", kLater},
+    {Separator, "mnuFileBar5", -1, "", "", "mnuFile", "", nullptr},
+    {Menu, "mnuPreferences", -1, "&Preferences", "", "mnuFile", "", nullptr},
+    {Item, "mnuViewOptions", -1, "&Options", "Ctrl+P", "mnuPreferences", "preferences", kLater},
+    {Item, "mnuUsers", -1, "Admin Users", "Ctrl+A", "mnuPreferences", "users", kLater},
+    {Menu, "mnuMBackup", -1, "Backup", "", "mnuFile", "", nullptr},
+    {Item, "mnuBackup", -1, "Backup Database", "Ctrl+B", "mnuMBackup", "backup", kLater},
+    {Item, "mnuRestore", -1, "Restore Database", "Ctrl+R", "mnuMBackup", "restore", kLater},
+    {Separator, "mnuFileBar5a", -1, "", "", "mnuFile", "", nullptr},
+    {Item, "mnuFileClose", -1, "E&xit", "Ctrl+X", "mnuFile", "application-exit", Click<&frmMain::mnuFileClose>},
+
+    {Menu, "mnuEdit", -1, "&Edit", "", "", "", nullptr},
+    {Item, "mnuCopy", -1, "Copy", "Ctrl+C", "mnuEdit", "edit-copy", kLater},
+    {Item, "mnuFileDelete", -1, "Delete", "Del", "mnuEdit", "edit-delete", kLater},
+    {Item, "mnuFileRemoveComp", -1, "Remove Completely", "Shift+Del", "mnuEdit", "remove", kLater},
+    {Separator, "mnuEditBar2aa", -1, "", "", "mnuEdit", "", nullptr},
+    {Item, "mnuProperties", -1, "Properties", "F11", "mnuEdit", "properties", kLater},
+
+    {Menu, "mnuView", -1, "&View", "", "", "", nullptr},
+    {Menu, "mnuTools", -1, "&Tools", "", "mnuView", "", nullptr},
+    {Item, "mnuPing", -1, "Ping All (TCP/IP Only)", "", "mnuTools", "ping", kLater},
+    {Separator, "mnuSplitToolsSub", -1, "", "", "mnuTools", "", nullptr},
+    {Item, "mnuCommit", -1, "Update Original Configurations", "", "mnuTools", "commit", kLater},
+    {Separator, "mnuSplitTools", -1, "", "", "mnuView", "", nullptr},
+    {Check, "mnuViewToolbar", -1, "&Toolbar", "", "mnuView", "", Click<&frmMain::mnuViewToolbar>},
+    {Check, "mnuViewStatusBar", -1, "Status &Bar", "", "mnuView", "", Click<&frmMain::mnuViewStatusBar>},
+    {Check, "mnuProgress", -1, "&Progress Bar", "", "mnuView", "", Click<&frmMain::mnuProgress>},
+    {Separator, "mnuViewBar2", -1, "", "", "mnuView", "", nullptr},
+    {Radio, "mnuListViewMode", 0, "Lar&ge Icons", "F6", "mnuView", "", Click<&frmMain::mnuListViewMode>},
+    {Radio, "mnuListViewMode", 1, "S&mall Icons", "F7", "mnuView", "", Click<&frmMain::mnuListViewMode>},
+    {Radio, "mnuListViewMode", 2, "&List", "F8", "mnuView", "", Click<&frmMain::mnuListViewMode>},
+    {Radio, "mnuListViewMode", 3, "&Details", "F9", "mnuView", "", Click<&frmMain::mnuListViewMode>},
+    {Separator, "mnuViewBar3", -1, "", "", "mnuView", "", nullptr},
+    {Check, "mnuViewLineUpIcons", -1, "Li&ne Up Icons", "", "mnuView", "", Click<&frmMain::mnuViewLineUpIcons>},
+    {Separator, "mnuViewBar4a", -1, "", "", "mnuView", "", nullptr},
+    {Menu, "mnuShow", -1, "&Show", "", "mnuView", "", nullptr},
+    {Radio, "mnuConfig", 0, "Original Configuration", "Ctrl+O", "mnuShow", "", Click<&frmMain::mnuConfig>},
+    {Radio, "mnuConfig", 1, "Current Configuration", "Ctrl+U", "mnuShow", "", Click<&frmMain::mnuConfig>},
+    {Separator, "mnuViewBar4", -1, "", "", "mnuView", "", nullptr},
+    {Item, "mnuViewRefresh", -1, "&Refresh", "F5", "mnuView", "view-refresh", Click<&frmMain::mnuViewRefresh>},
+
+    {Menu, "MNUReport", -1, "&Report", "", "", "", nullptr},
+    {Menu, "mnuRepUser", -1, "User Reports", "", "MNUReport", "", nullptr},
+    {Item, "mnuRepBasicUser", -1, "Basic User Info", "", "mnuRepUser", "", kLater},
+    {Item, "mnuRepUserDetailed", -1, "Detailed User Info", "", "mnuRepUser", "", kLater},
+    {Item, "mnuRepUserLogon", -1, "User Logon", "", "mnuRepUser", "", kLater},
+    {Item, "mnuRepUserPCConfig", -1, "User PC Configuration", "", "mnuRepUser", "", kLater},
+    {Menu, "mnuRepHardware", -1, "Hardware Reports", "", "MNUReport", "", nullptr},
+    {Item, "mnuRepRAM", -1, "Random Access Memory (RAM)", "", "mnuRepHardware", "", kLater},
+    {Item, "mnuRepFixedDrive", -1, "Fixed Drive", "", "mnuRepHardware", "", kLater},
+    {Item, "mnuRepCPU", -1, "Central Processing Unit (CPU)", "", "mnuRepHardware", "", kLater},
+    {Menu, "mnuRepSoftware", -1, "Software Reports", "", "MNUReport", "", nullptr},
+    {Item, "mnuRepOffice", -1, "Microsoft Office", "", "mnuRepSoftware", "", kLater},
+    {Item, "mnuRepOS", -1, "Operating System", "", "mnuRepSoftware", "", kLater},
+    {Item, "mnuRepUninstall", -1, "Installed Software", "", "mnuRepSoftware", "", kLater},
+    {Item, "mnuRepODBC", -1, "ODBC Drivers", "", "mnuRepSoftware", "", kLater},
+    {Menu, "mnuRepFault", -1, "Fault Reports", "", "MNUReport", "", nullptr},
+    {Item, "mnuRepDeviceConf", -1, "Device Conflicts", "", "mnuRepFault", "", kLater},
+    {Item, "mnuCompare", -1, "Comparison (all)", "", "mnuRepFault", "", kLater},
+    {Item, "mnuCompareMis", -1, "Comparison (mismatches)", "", "mnuRepFault", "", kLater},
+    {Menu, "mnuRepStats", -1, "Chart Reports", "", "MNUReport", "", nullptr},
+    {Item, "mnuRepUserAgainsOS", -1, "Proportional OS Graph", "", "mnuRepStats", "", kLater},
+    {Menu, "mnuRepNetwork", -1, "Network Reports", "", "MNUReport", "", nullptr},
+    {Item, "mnuRepNetPrinters", -1, "Mapped Printers", "", "mnuRepNetwork", "", kLater},
+    {Item, "mnuRepNetDrives", -1, "Mapped Drives", "", "mnuRepNetwork", "", kLater},
+    {Item, "mnuRepNetProtocol", -1, "Network Protocol", "", "mnuRepNetwork", "", kLater},
+    {Separator, "mnuSplit10", -1, "", "", "MNUReport", "", nullptr},
+    {Item, "mnuCustomReport", -1, "Custom Reports", "", "MNUReport", "report", kLater},
+
+    {Menu, "mnuHelp", -1, "&Help", "", "", "", nullptr},
+    {Item, "mnuHelpContents", -1, "&Contents", "", "mnuHelp", "help-contents", kLater},
+    {Item, "mnuHelpSearch", -1, "&Search For Help On...", "", "mnuHelp", "help-search", kLater},
+    {Separator, "mnuHelpBar1", -1, "", "", "mnuHelp", "", nullptr},
+    {Menu, "mnuZulWebMenu", -1, "Orvane on the web", "", "mnuHelp", "", nullptr},
+    {Item, "mnuZulWeb", 0, "Orvane Home Page", "", "mnuZulWebMenu", "web", kLater},
+    {Separator, "mnuSplitHelp2", -1, "", "", "mnuZulWebMenu", "", nullptr},
+    {Item, "mnuZulEmail", 0, "Email Orvane Sales (United Kingdom)", "", "mnuZulWebMenu", "mail", kLater},
+    {Item, "mnuZulEmail", 1, "Email Orvane Support (United Kingdom)", "", "mnuZulWebMenu", "mail", kLater},
+    {Item, "mnuZulEmail", 2, "Email Orvane Sales (South Africa)", "", "mnuZulWebMenu", "mail", kLater},
+    {Item, "mnuZulEmail", 3, "Email Orvane Support (South Africa)", "", "mnuZulWebMenu", "mail", kLater},
+    {Separator, "mnuSplitHelp1", -1, "", "", "mnuHelp", "", nullptr},
+    {Item, "mnuHelpAbout", -1, "&About Mova Pro Admin...", "", "mnuHelp", "help-about", Click<&frmMain::mnuHelpAbout>},
+
+    {PopUp, "mnuPopup", -1, "Popup", "", "", "", nullptr},
+    {Item, "mnuPopPersonal", 0, "Mark to Retrieve Personal Info", "", "mnuPopup", "", kLater},
+    {Item, "mnuPopPersonal", 1, "UnMark to Retrieve Personal Info", "", "mnuPopup", "", kLater},
+    {Separator, "mnuFileBarPop1a", -1, "", "", "mnuPopup", "", nullptr},
+    {Item, "mnuPopFullExport", -1, "Full Export", "", "mnuPopup", "document-export", kLater},
+    {Item, "mnuPopTxtlExport", -1, "Export To Text", "", "mnuPopup", "", kLater},
+    {Separator, "mnuFileBarPop1", -1, "", "", "mnuPopup", "", nullptr},
+    {Item, "mnuPopRefresh", -1, "Refresh", "", "mnuPopup", "view-refresh", Click<&frmMain::mnuViewRefresh>},
+    {Menu, "mnuPopShow", -1, "Show", "", "mnuPopup", "", nullptr},
+    {Radio, "mnuPopConfig", 0, "Original Configuration", "", "mnuPopShow", "", Click<&frmMain::mnuConfig>},
+    {Radio, "mnuPopConfig", 1, "Current Configuration", "", "mnuPopShow", "", Click<&frmMain::mnuConfig>},
+    {Separator, "mnuFileBarPop2", -1, "", "", "mnuPopup", "", nullptr},
+    {Item, "mnuPopCopy", -1, "Copy", "", "mnuPopup", "edit-copy", kLater},
+    {Item, "mnuPopDelete", -1, "Delete", "", "mnuPopup", "edit-delete", kLater},
+    {Separator, "mnuFileBarPop3", -1, "", "", "mnuPopup", "", nullptr},
+    {Item, "mnuRemove", -1, "Remove Completely", "", "mnuPopup", "remove", kLater},
+    {Separator, "mnuFileBarPop4", -1, "", "", "mnuPopup", "", nullptr},
+    {Item, "mnuPopProperties", -1, "Properties", "", "mnuPopup", "properties", kLater},
+
+    {PopUp, "mnuPopupR", -1, "PopupR", "", "", "", nullptr},
+    {Item, "mnuPingPrivate", -1, "Ping", "", "mnuPopupR", "ping", kLater},
+    {Separator, "mnuPingMarker", -1, "", "", "mnuPopupR", "", nullptr},
+    {Item, "mnuPopRPersonal", -1, "Mark to Retrieve Personal Info", "", "mnuPopupR", "", kLater},
+    {Item, "mnuPopRUnPersonal", -1, "UnMark to Retrieve Personal Info", "", "mnuPopupR", "", kLater},
+    {Separator, "mnuPopRMarkers1", -1, "", "", "mnuPopupR", "", nullptr},
+    {Item, "mnuPopRImport", -1, "Import", "", "mnuPopupR", "import", kLater},
+    {Item, "mnuPopRExport", -1, "Export", "", "mnuPopupR", "document-export", kLater},
+    {Separator, "mnuPopRMarkers1a", -1, "", "", "mnuPopupR", "", nullptr},
+    {Item, "mnuPopRRefresh", -1, "Refresh", "", "mnuPopupR", "view-refresh", Click<&frmMain::mnuViewRefresh>},
+    {Menu, "mnuPopRShow", -1, "Show", "", "mnuPopupR", "", nullptr},
+    {Radio, "mnuPopRConfig", 0, "Original Configuration", "", "mnuPopRShow", "", Click<&frmMain::mnuConfig>},
+    {Radio, "mnuPopRConfig", 1, "Current Configuration", "", "mnuPopRShow", "", Click<&frmMain::mnuConfig>},
+    {Separator, "mnuFileBarPopR1", -1, "", "", "mnuPopupR", "", nullptr},
+    {Item, "mnuPopRCopy", -1, "Copy", "", "mnuPopupR", "edit-copy", kLater},
+    {Item, "mnuPopRDelete", -1, "Delete", "", "mnuPopupR", "edit-delete", kLater},
+    {Separator, "mnuFileBarPopR2", -1, "", "", "mnuPopupR", "", nullptr},
+    {Item, "mnuPopRRemove", -1, "Remove Completely", "", "mnuPopupR", "remove", kLater},
+});
+
+constexpr auto kToolButtons = std::to_array<ToolButton>({
+    {"", "", "", ButtonGroup::None, -1, nullptr},
+    {"Copy", "Copy (Ctrl-C)", "edit-copy", ButtonGroup::None, -1, Nothing},
+    {"Delete", "Delete (Del)", "edit-delete", ButtonGroup::None, -1, kLater},
+    {"", "", "", ButtonGroup::None, -1, nullptr},
+    {"ViewLarge", "Large Icon View (F6)", "view-large", ButtonGroup::Views, 0, Click<&frmMain::mnuListViewMode>},
+    {"ViewSmall", "Small Icon View (F7)", "view-small", ButtonGroup::Views, 1, Click<&frmMain::mnuListViewMode>},
+    {"ViewList", "List View (F8)", "view-list", ButtonGroup::Views, 2, Click<&frmMain::mnuListViewMode>},
+    {"ViewDetails", "Details View (F9)", "view-details", ButtonGroup::Views, 3, Click<&frmMain::mnuListViewMode>},
+    {"", "", "", ButtonGroup::None, -1, nullptr},
+    {"Import", "Quick Import (F12)", "import", ButtonGroup::None, -1, kLater},
+    {"", "", "", ButtonGroup::None, -1, nullptr},
+    {"ConfID0", "Show Original Configuration (Ctrl-O)", "config-original", ButtonGroup::Configurations, 0, Click<&frmMain::mnuConfig>},
+    {"ConfID1", "Show Current Configuration (Ctrl-U)", "config-current", ButtonGroup::Configurations, 1, Click<&frmMain::mnuConfig>},
+    {"", "", "", ButtonGroup::None, -1, nullptr},
+    {"Props", "Properties (F11)", "properties", ButtonGroup::None, -1, kLater},
+});
+// clang-format on
+
+constexpr auto kClosedDatabase = std::to_array<std::string_view>({"mnuSelectDatabase", "mnuNewDatabase"});
+
+constexpr auto kOpenDatabase = std::to_array<std::string_view>({"mnuCloseDatabase",
+                                                                "mnuImport",
+                                                                "mnuQuickImport",
+                                                                "mnuExport",
+                                                                "mnuEdit",
+                                                                "mnuShow",
+                                                                "mnuViewRefresh",
+                                                                "MNUReport",
+                                                                "mnuBackup",
+                                                                "mnuTools",
+                                                                "Import",
+                                                                "ConfID0",
+                                                                "ConfID1",
+                                                                "Copy",
+                                                                "Delete",
+                                                                "mnuPopRRemove",
+                                                                "mnuPopRDelete",
+                                                                "mnuPopRCopy",
+                                                                "mnuPopRShow",
+                                                                "mnuPopRRefresh",
+                                                                "mnuPopRExport",
+                                                                "mnuPopRImport",
+                                                                "mnuPopRUnPersonal",
+                                                                "mnuPopRPersonal",
+                                                                "mnuRemove",
+                                                                "mnuPopDelete",
+                                                                "mnuPopCopy",
+                                                                "mnuPopShow",
+                                                                "mnuPopRefresh",
+                                                                "mnuPopPersonal(0)",
+                                                                "mnuPopPersonal(1)",
+                                                                "mnuPopProperties",
+                                                                "mnuPopFullExport",
+                                                                "mnuPopTxtlExport"});
+
+constexpr auto kStandingMenus = std::to_array<std::string_view>({"mnuFile", "mnuView", "mnuHelp"});
+
+constexpr auto kNodeCommands =
+    std::to_array<std::string_view>({"mnuPopPersonal(0)", "mnuPopPersonal(1)", "mnuPopFullExport",
+                                     "mnuExport", "mnuPopDelete", "mnuFileDelete", "Delete", "mnuRemove",
+                                     "mnuFileRemoveComp", "mnuPopProperties", "mnuProperties", "Props"});
+
+constexpr auto kCommonCommands =
+    std::to_array<std::string_view>({"mnuPopRefresh", "mnuPopShow", "mnuPopCopy", "Copy", "mnuCopy"});
+
+constexpr auto kMachineRowCommands = std::to_array<std::string_view>(
+    {"mnuPopRPersonal", "mnuPopRUnPersonal", "mnuPopRImport", "mnuPopRDelete", "Delete", "mnuPopRRemove"});
+
+} // namespace
+
+std::span<const CommandRow> MenuCommands() {
+    return kMenuCommands;
+}
+
+std::span<const ToolButton> ToolButtons() {
+    return kToolButtons;
+}
+
+std::string ObjectName(std::string_view name, int index) {
+    std::string text(name);
+    if (index >= 0)
+        text += "(" + std::to_string(index) + ")";
+    return text;
+}
+
+std::string WithoutAccessKey(std::string_view caption) {
+    std::string text(caption);
+    std::erase(text, '&');
+    return text;
+}
+
+CommandNames ClosedDatabaseCommands() {
+    return kClosedDatabase;
+}
+
+CommandNames OpenDatabaseCommands() {
+    return kOpenDatabase;
+}
+
+CommandNames StandingMenus() {
+    return kStandingMenus;
+}
+
+CommandNames NodeCommands() {
+    return kNodeCommands;
+}
+
+CommandNames CommonCommands() {
+    return kCommonCommands;
+}
+
+CommandNames MachineRowCommands() {
+    return kMachineRowCommands;
+}

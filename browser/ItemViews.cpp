@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "browser/ItemViews.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace {
+
+/// Rows whose texts decide how wide an icon's item is.
+constexpr int kMeasuredRows = 1000;
+constexpr int kNarrowestItem = 12;
+constexpr int kWidestItem = 40;
+/// Longer texts take a second line below a large icon.
+constexpr int kWidestLargeItem = 20;
+
+void Prepare(QAbstractItemView& view) {
+    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view.setSelectionBehavior(QAbstractItemView::SelectRows);
+    view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view.setTextElideMode(Qt::ElideRight);
+    // Ctrl+A and the like belong to the menu; Tab leaves for the next control.
+    view.setTabKeyNavigation(false);
+}
+
+void PaintHint(QAbstractItemView& view, const QString& hint) {
+    if (hint.isEmpty() || view.model() == nullptr || view.model()->rowCount() > 0)
+        return;
+    QPainter painter(view.viewport());
+    painter.setPen(view.palette().color(QPalette::PlaceholderText));
+    const int margin = view.fontMetrics().height();
+    const QRect area = view.viewport()->rect().adjusted(margin, margin, -margin, -margin);
+    painter.drawText(area, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, hint);
+}
+
+} // namespace
+
+DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
+    Prepare(*this);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    header()->setStretchLastSection(false);
+    header()->setSectionsClickable(true);
+    header()->setHighlightSections(false);
+}
+
+void DetailsView::Hint(const QString& text) {
+    mHint = text;
+    viewport()->update();
+}
+
+QModelIndex DetailsView::indexAt(const QPoint& point) const {
+    const QModelIndex index = QTreeView::indexAt(point);
+    if (index.isValid() || header()->count() == 0)
+        return index;
+    return QTreeView::indexAt(QPoint(columnViewportPosition(0), point.y()));
+}
+
+void DetailsView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    PaintHint(*this, mHint);
+}
+
+/// Gives all items one size.
+class IconsView::Delegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const override {
+        return mSize;
+    }
+    void Size(QSize size) { mSize = size; }
+
+private:
+    QSize mSize;
+};
+
+IconsView::IconsView(QWidget* parent) : QListView(parent), mDelegate(new Delegate(this)) {
+    Prepare(*this);
+    setItemDelegate(mDelegate);
+    setUniformItemSizes(true);
+    setWrapping(true);
+    setResizeMode(QListView::Adjust);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+}
+
+void IconsView::Hint(const QString& text) {
+    mHint = text;
+    viewport()->update();
+}
+
+void IconsView::Mode(ListStyle mode) {
+    mMode = mode;
+    const bool isLarge = mode == ListStyle::LargeIcons;
+    const int size = style()->pixelMetric(isLarge ? QStyle::PM_LargeIconSize : QStyle::PM_SmallIconSize);
+    setIconSize(QSize(size, size));
+    // What the toolkit calls its icon mode keeps an object per item; its list mode draws as well with the
+    // icon above the text.
+    setFlow(mode == ListStyle::List ? QListView::TopToBottom : QListView::LeftToRight);
+    setWordWrap(isLarge);
+    Measure();
+}
+
+void IconsView::Measure() {
+    const QFontMetrics metrics = fontMetrics();
+    const bool isLarge = mMode == ListStyle::LargeIcons;
+    int textWidth = metrics.averageCharWidth() * kNarrowestItem;
+    const int rows = std::min(model() == nullptr ? 0 : model()->rowCount(), kMeasuredRows);
+    for (int row = 0; row < rows; ++row)
+        textWidth = std::max(textWidth, metrics.horizontalAdvance(model()->index(row, 0).data().toString()));
+    textWidth = std::min(textWidth, metrics.averageCharWidth() * (isLarge ? kWidestLargeItem : kWidestItem));
+
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
+    const QSize beside(iconSize().width() + textWidth + 3 * margin,
+                       std::max(iconSize().height(), metrics.height()) + margin);
+    const QSize below(std::max(iconSize().width(), textWidth) + 3 * margin,
+                      iconSize().height() + 2 * metrics.lineSpacing() + 2 * margin);
+    mDelegate->Size(isLarge ? below : beside);
+    scheduleDelayedItemsLayout();
+}
+
+void IconsView::paintEvent(QPaintEvent* event) {
+    QListView::paintEvent(event);
+    PaintHint(*this, mHint);
+}
+
+void IconsView::initViewItemOption(QStyleOptionViewItem* option) const {
+    QListView::initViewItemOption(option);
+    if (mMode != ListStyle::LargeIcons)
+        return;
+    option->decorationPosition = QStyleOptionViewItem::Top;
+    option->decorationAlignment = Qt::AlignCenter;
+    option->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+}
+
+void IconsView::changeEvent(QEvent* event) {
+    QListView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        Mode(mMode);
+}

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window: the navigation tree on the left, the list of what is chosen on the right, menu, toolbar,
+// progress bar and status bar around them. Whoever creates it owns it; closing it unloads it (see Unload)
+// and hides it, but does not destroy it.
+// Its files: frmMain.cpp the frame's life, frmMainCommands.cpp menus and their availability,
+// frmMainLayout.cpp the arrangement, frmMainView.cpp the view commands, frmMainTree.cpp the tree and the
+// machine overview, frmMainPopup.cpp the mouse's right button.
+#pragma once
+
+#include "browser/Commands.h"
+#include "core/DatabaseSession.h"
+#include "core/MainForm.h"
+#include "platform/clock.h"
+#include "platform/prompts.h"
+#include "platform/settings.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+
+class ListView;
+enum class ListStyle : std::uint8_t;
+class QAction;
+class QLabel;
+class QMenu;
+class QModelIndex;
+class QProgressBar;
+class QStatusBar;
+class QToolBar;
+class QTreeView;
+class TreeModel;
+
+class frmMain final : public QMainWindow, public MainForm {
+    Q_OBJECT
+public:
+    /// `programFolder` holds the template, the program's own database and the help. The arguments must
+    /// outlive the window.
+    frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, std::string programFolder);
+    ~frmMain() override;
+
+    /// Reads the settings and opens the database, while the window is still hidden. To be called once.
+    void Load();
+    /// Runs at the end of mnuFileClose: ends the process.
+    void OnExit(std::function<void()> handler);
+
+    void StatusText(const std::string& text) override;
+    void ProgressMaximum(int maximum) override;
+    void ProgressValue(int value) override;
+    void Pointer(MousePointer pointer) override;
+    int ShowConf() const override { return mShowConf; }
+    bool ConnectSinDatabase(const std::string& path) override;
+    void OpenSinDatabase() override;
+    void CloseSinDatabase(bool clearPath) override;
+    void Relink() override;
+    void EnableDatabaseCommands() override;
+    void DisableDatabaseCommands() override;
+    void ClearTreeAndList() override;
+
+    /// Brings the split position `x` (twips) within its limits and arranges the panes around it.
+    void SizeControls(float& x);
+    /// Enables what the selected node allows: `restricted` takes away what needs one machine or all of
+    /// them, `machineItems` gives the list's commands on its selected machines.
+    void FlagPopup(bool restricted, bool machineItems);
+    /// Shows the node's list, unless it is on display already.
+    void NodeClick(const QModelIndex& node);
+    /// Fills an empty list with the overview of all machines.
+    void DisplayUsers(ListView& list);
+
+    void mnuSelectDatabase();
+    void mnuNewDatabase();
+    void mnuCloseDatabase();
+    void mnuFileClose();
+    void mnuViewToolbar();
+    void mnuViewStatusBar();
+    void mnuProgress();
+    void mnuListViewMode(int index);
+    void mnuViewLineUpIcons();
+    void mnuConfig(int index) override;
+    void mnuViewRefresh() override;
+    void mnuHelpAbout();
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void BuildControls();
+    void BuildStatusBar();
+    void BuildMenus();
+    void BuildToolBar();
+    void AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus);
+    QAction* AddItem(const CommandRow& row, QMenu& menu);
+    void Run(ClickHandler click, int index, std::string_view caption);
+    QAction& Action(std::string_view name) const;
+    void SetEnabled(CommandNames names, bool isEnabled);
+
+    void LoadSettings();
+    void RestorePosition();
+    void Unload();
+    std::string Setting(const std::string& key, const std::string& fallback) const;
+    void SaveSetting(const std::string& key, const std::string& text);
+    /// Runs `work`; a failure is shown in a box with the title `title` and the error's number.
+    void Guarded(const std::string& title, const std::function<void()>& work);
+
+    void Arrange();
+    bool DragSplitter(const QEvent& event);
+    void ShowClock();
+    void ApplyStoredMode();
+    void ShowMode(ListStyle mode);
+    void ToggleBar(const char* item, const char* key, QWidget& bar);
+
+    void BuildTree();
+    void ReadMachines();
+    void ShowNode(const QModelIndex& node);
+    void ShowCategory(const std::string& key);
+    void ShowUnknownNode();
+    void ListUsers(ListView& list);
+    void ShowHint();
+    QModelIndex SelectedNode() const;
+    void ShowTreePopup(const QPoint& position);
+    void ShowListPopup(const QPoint& position);
+
+    SettingsStore& mSettings;
+    Prompts& mPrompts;
+    const Clock& mClock;
+    std::string mProgramFolder;
+    DatabaseSession mSession;
+    std::function<void()> mOnExit;
+    bool mIsLoaded = true;
+    bool mHasHourglass = false;
+
+    bool mSplitterMoving = false;
+    std::int16_t mShowConf = 1;
+    std::string mLastNodeKey;
+    /// Left edges of imgSplitter and picSplitter, twips.
+    float mSplit;
+    float mDragged = 0;
+
+    QToolBar* tbToolBar = nullptr;
+    QProgressBar* pgbLoaded = nullptr;
+    QTreeView* tvTreeView = nullptr;
+    ListView* lvListView = nullptr;
+    QWidget* imgSplitter = nullptr;
+    QWidget* picSplitter = nullptr;
+    QStatusBar* sbStatusBar = nullptr;
+    QLabel* mStatusPanel = nullptr;
+    QLabel* mDatePanel = nullptr;
+    QLabel* mTimePanel = nullptr;
+    QMenu* mnuPopup = nullptr;
+    QMenu* mnuPopupR = nullptr;
+    TreeModel* mTree = nullptr;
+    /// Menu items, menus and toolbar buttons by object name.
+    std::map<std::string, QAction*, std::less<>> mActions;
+    QTimer mClockTimer;
+    /// Runs the click of a node after the event that selected it.
+    QTimer mNodeTimer;
+};

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window's pop-up menus: the right mouse button, or the menu key, on the tree and on the list.
+#include "browser/ListView.h"
+#include "browser/TreeModel.h"
+#include "browser/frmMain.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTreeView>
+
+namespace {
+
+/// Where the event asks for a pop-up menu, if it does. The mouse asks when its button goes up.
+std::optional<QPoint> PopupPosition(const QAbstractItemView& view, const QEvent& event) {
+    if (event.type() == QEvent::MouseButtonRelease) {
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        if (mouse.button() == Qt::RightButton)
+            return mouse.globalPosition().toPoint();
+    }
+    if (event.type() == QEvent::ContextMenu &&
+        static_cast<const QContextMenuEvent&>(event).reason() == QContextMenuEvent::Keyboard) {
+        const QRect item = view.visualRect(view.currentIndex());
+        return view.viewport()->mapToGlobal(item.isValid() ? item.bottomLeft() : QPoint());
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == imgSplitter)
+        return DragSplitter(*event);
+    if (watched == centralWidget()) {
+        if (event->type() == QEvent::Resize)
+            Arrange();
+        return false;
+    }
+    if (watched == tvTreeView || watched == tvTreeView->viewport()) {
+        const std::optional<QPoint> position = PopupPosition(*tvTreeView, *event);
+        if (position)
+            ShowTreePopup(*position);
+        return position.has_value();
+    }
+    const std::optional<QPoint> position = PopupPosition(lvListView->CurrentView(), *event);
+    if (position)
+        ShowListPopup(*position);
+    return position.has_value();
+}
+
+void frmMain::ShowTreePopup(const QPoint& position) {
+    // The press has selected a node; the menu must offer what that node allows.
+    NodeClick(SelectedNode());
+    mnuPopup->popup(position);
+}
+
+void frmMain::ShowListPopup(const QPoint& position) {
+    const bool canPing = mTree->Key(SelectedNode()).find("?DEVNET") != std::string::npos;
+    for (const char* name : {"mnuPingPrivate", "mnuPingMarker"})
+        Action(name).setVisible(canPing);
+    if (canPing) {
+        const int row = lvListView->SelectedItem();
+        if (row < 0)
+            return;
+        for (const char* name : {"mnuPingPrivate", "mnuPingMarker"})
+            Action(name).setEnabled(lvListView->IsSelected(static_cast<std::size_t>(row)));
+    }
+    mnuPopupR->popup(position);
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "collector/Startup.h"
+
+#include "collector/InventoryFile.h"
+#include "collector/Sources.h"
+#include "collector/Text.h"
+
+#include <algorithm>
+#include <map>
+
+namespace collector {
+
+namespace {
+
+using Values = std::map<std::string, std::string_view>;
+
+std::string_view WithoutQuotes(std::string_view text) {
+    const bool isQuoted =
+        text.size() >= 2 && text.front() == text.back() && (text.front() == '"' || text.front() == '\'');
+    return isQuoted ? text.substr(1, text.size() - 2) : text;
+}
+
+Values StartupValues(std::string_view text) {
+    Values values;
+    bool isInSection = false;
+    for (std::string_view line : Split(text, '\n')) {
+        line = Trimmed(line);
+        const auto equals = line.find('=');
+        if (line.starts_with('['))
+            isInSection = SameIgnoringCase(Trimmed(line.substr(1, line.find(']') - 1)), "STARTUP");
+        else if (isInSection && !line.starts_with(';') && equals != std::string_view::npos)
+            values.emplace(Upper(Trimmed(line.substr(0, equals))), WithoutQuotes(Behind(line, '=')));
+    }
+    return values;
+}
+
+// The digits that a value begins with; 0 without any, the highest number with too many.
+std::uint64_t LeadingNumber(std::string_view text) {
+    const auto end = std::min(text.find_first_not_of("0123456789"), text.size());
+    return end == 0 ? 0 : WholeNumber(text.substr(0, end)).value_or(UINT64_MAX);
+}
+
+} // namespace
+
+StartupOptions ParseStartupOptions(std::string_view text) {
+    constexpr std::uint64_t longestDelay = 600;
+    Values values = StartupValues(text);
+    StartupOptions options;
+    options.delay = std::chrono::seconds(std::min(LeadingNumber(values["DELAYTIMER"]), longestDelay));
+    options.isAudible = LeadingNumber(values["PINGSOUND"]) == 1;
+    return options;
+}
+
+StartupOptions ReadStartupOptions(const std::filesystem::path& folder) {
+    const std::filesystem::path file = FileIgnoringCase(folder, "MOVANTA.INI");
+    return ParseStartupOptions(Sources(folder).Read(file.filename().string()));
+}
+
+std::chrono::seconds TimeToWait(std::chrono::seconds delay, std::optional<std::time_t> logon,
+                                std::time_t now) {
+    if (!logon || *logon > now)
+        return delay;
+    const std::chrono::seconds passed(now - *logon);
+    return std::max(std::chrono::seconds(0), delay - passed);
+}
+
+} // namespace collector

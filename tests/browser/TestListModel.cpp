@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "browser/ListModel.h"
+#include "platform/errors.h"
+
+#include <QAbstractItemModelTester>
+#include <QLabel>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string Cell(const ListModel& list, int row, int column) {
+    return list.index(row, column).data().toString().toStdString();
+}
+
+TEST(ListModel, GivesBackWhatWasPutIn) {
+    ListModel list;
+    const QAbstractItemModelTester tester(&list, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    list.AddColumn("Name", 3000);
+    list.AddColumn("Value", 3000);
+    list.AddColumn("Remark", 1000);
+    const std::string longText(100000, 'x');
+    list.AddRow("PC1?CPU", "PC1", Image::PC_CPU);
+    list.SetSubItem(2, "b");
+    list.SetSubItem(1, "a");
+    list.AddRow("", "", Image::None);
+    list.AddRow("PC2?CPU", longText, Image::PC_4);
+    list.SetSubItem(1, "M\xC3\xBCller");
+    list.SetSubItem(1, longText + "2");
+    list.Publish();
+    EXPECT_EQ(Cell(list, 0, 0), "PC1");
+    EXPECT_EQ(Cell(list, 0, 1), "a") << "set after a later column";
+    EXPECT_EQ(Cell(list, 0, 2), "b");
+    EXPECT_EQ(Cell(list, 1, 0), "");
+    EXPECT_EQ(Cell(list, 1, 2), "") << "never set";
+    EXPECT_EQ(Cell(list, 2, 0), longText);
+    EXPECT_EQ(Cell(list, 2, 1), longText + "2") << "set twice";
+    EXPECT_EQ(list.Key(0), "PC1?CPU");
+    EXPECT_EQ(list.Key(1), "");
+    EXPECT_EQ(list.Icon(2), Image::PC_4);
+    EXPECT_EQ(list.Columns().at(2).width, 1000);
+}
+
+TEST(ListModel, RefusesAKeyThatAnotherRowHas) {
+    ListModel list;
+    list.AddColumn("Name", 3000);
+    for (int i = 0; i < 1000; ++i)
+        list.AddRow("PC" + std::to_string(i), "x", Image::None);
+    list.AddRow("", "no key", Image::None);
+    list.AddRow("", "no key either", Image::None);
+    for (const char* key : {"PC0", "PC64", "PC999"}) {
+        try {
+            list.AddRow(key, "again", Image::None);
+            ADD_FAILURE() << key;
+        } catch (const RunTimeError& error) {
+            EXPECT_EQ(error.number, Errors::kKeyNotUnique);
+        }
+    }
+    EXPECT_EQ(list.Rows(), 1002U) << "what was refused is not there";
+    list.ClearItems();
+    list.AddRow("PC0", "a new list", Image::None);
+    EXPECT_EQ(list.Key(0), "PC0");
+}
+
+TEST(ListModel, ShowsRowsOnlyWhenPublished) {
+    ListModel list;
+    list.AddColumn("Name", 3000);
+    list.AddRow("", "one", Image::None);
+    EXPECT_EQ(list.rowCount(), 0);
+    list.Publish();
+    list.AddRow("", "two", Image::None);
+    EXPECT_EQ(list.rowCount(), 1);
+    list.Publish();
+    EXPECT_EQ(Cell(list, 1, 0), "two");
+    list.ClearItems();
+    EXPECT_EQ(list.rowCount(), 0);
+    EXPECT_EQ(list.columnCount(), 1) << "the columns stay";
+    list.ClearColumns();
+    EXPECT_EQ(list.columnCount(), 0);
+}
+
+TEST(ListModel, HoldsItsRowsInLittleMemory) {
+    ListModel list;
+    constexpr std::size_t kRows = 200000;
+    for (int column = 0; column < 6; ++column)
+        list.AddColumn("Column", 1000);
+    for (std::size_t row = 0; row < kRows; ++row) {
+        list.AddRow("WORKSTATION?MULTI?DEV?" + std::to_string(row), "WORKSTATION", Image::PC_DEVICE);
+        for (int column = 1; column < 6; ++column)
+            list.SetSubItem(column, "eight ch");
+    }
+    list.Publish();
+    EXPECT_EQ(list.rowCount(), static_cast<int>(kRows));
+    EXPECT_LT(list.MemoryUsed() / kRows, 250U) << "a million rows must fit";
+    EXPECT_EQ(Cell(list, kRows - 1, 5), "eight ch");
+}
+
+TEST(PlainToolTip, ShowsAMachineNameAsItIs) {
+    EXPECT_EQ(PlainToolTip("PC1"), "PC1");
+    EXPECT_EQ(PlainToolTip("R&D < 5"), "R&D < 5");
+    const QString hostile = PlainToolTip("<img src='file:///etc/passwd'>");
+    EXPECT_FALSE(hostile.contains("<img"));
+    EXPECT_TRUE(Qt::mightBeRichText(hostile)) << "else the escapes would be seen";
+}
+
+} // namespace

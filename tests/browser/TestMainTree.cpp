@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window's tree and what a click on its nodes shows and allows.
+#include "browser/ListView.h"
+#include "browser/TreeModel.h"
+#include "core/Globals.h"
+#include "tests/browser/MainWindowTest.h"
+
+#include <QAbstractItemView>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+
+namespace {
+
+const std::vector<MachineRow> kMachines = {
+    {"PC1", "20240315", "08:00:00"},
+    {"PC2", "20240314", std::nullopt},
+    {"PC3", "20240308", "10:00:00"},
+    {"PC4", "20240307", "11:00:00"},
+};
+
+using Strings = std::vector<std::string>;
+
+TEST_F(MainWindowTest, ListsAllMachinesWithTheirPersonalFiles) {
+    MakeDatabase({{"PC1", "20240315", "08:00:00"}, {"Pc2", std::nullopt, std::nullopt}, {"PC3", "x", "y"}});
+    gImportDir = folder.Path("INF");
+    Store("ImportDir", gImportDir);
+    folder.WriteFile("INF/PC1.PNF", "");
+    folder.WriteFile("INF/pC2.pnf", "[Personal]");
+    folder.WriteFile("INF/PC33.PNF", "another machine's");
+    LoadAndShow();
+    EXPECT_EQ(gLastImportDate, "N/A") << "a machine has no logon date";
+    Click("MAIN");
+    EXPECT_EQ(Rows(), (Strings{"PC1|20240315|08:00:00|Marked", "Pc2|n/a|n/a|Retrieved", "PC3|x|y|"}));
+    const ListModel& items = List().Items();
+    EXPECT_EQ(items.Key(1), "Pc2?MAIN");
+    EXPECT_EQ(items.Icon(0), Image::PC_1);
+    EXPECT_EQ(items.Icon(1), Image::PC_1) << "no date counts as today";
+    EXPECT_EQ(items.Icon(2), Image::PC_4) << "text that is no date counts as old";
+    EXPECT_EQ(items.Columns().at(0).caption, "User Name") << "though it is the machine's";
+    EXPECT_EQ(items.Columns().at(3).width, 2000);
+    EXPECT_EQ(Status(), "Database Open.");
+    EXPECT_EQ(Find<QProgressBar>("pgbLoaded").value(), 0);
+}
+
+TEST_F(MainWindowTest, TheTreeShowsTheAgeOfEachMachine) {
+    MakeDatabase(kMachines);
+    Load();
+    EXPECT_EQ(gMachineCount, 4);
+    EXPECT_EQ(Tree().Text(Tree().Root()), "15 Mar 2024");
+    EXPECT_TRUE(Find<QTreeView>("tvTreeView").isExpanded(Tree().Root()));
+    std::vector<int> ages;
+    for (const Machine& machine : Tree().Machines())
+        ages.push_back(machine.age);
+    EXPECT_EQ(ages, (std::vector<int>{1, 2, 3, 4}));
+}
+
+TEST_F(MainWindowTest, ASecondClickOnTheSameNodeKeepsItsList) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    Click("ALL");
+    gConnection->Execute("DELETE * FROM Net WHERE COMPUTERNAME = 'PC4'");
+    Click("ALL");
+    EXPECT_EQ(Rows().size(), 4U);
+    Click("PC1?MAIN");
+    EXPECT_TRUE(Rows().empty());
+    Click("ALL");
+    EXPECT_EQ(Rows().size(), 3U) << "another node and back reads anew";
+}
+
+TEST_F(MainWindowTest, ARefreshEmptiesTheListAndOneClickFillsIt) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    Click("ALL");
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    EXPECT_TRUE(Rows().empty());
+    EXPECT_EQ(List().Items().columnCount(), 4) << "the columns stay until a click";
+    EXPECT_EQ(Status(), "Database Open.");
+    Click("ALL");
+    EXPECT_EQ(Rows().size(), 4U);
+}
+
+TEST_F(MainWindowTest, TheKeyboardWalksTheTreeAsTheMouseDoes) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    EXPECT_EQ(List().Items().columnCount(), 0) << "a focus alone chooses nothing";
+    Click("PC1?MAIN");
+    auto& tree = Find<QTreeView>("tvTreeView");
+    QTest::keyClick(&tree, Qt::Key_Up);
+    QTest::qWait(1);
+    EXPECT_EQ(Rows().size(), 4U) << "ALL stands above the first machine";
+    tree.clearSelection();
+    form->mnuViewRefresh();
+    tree.selectionModel()->setCurrentIndex(Tree().Root(), QItemSelectionModel::NoUpdate);
+    QTest::keyClick(&tree, Qt::Key_Return);
+    QTest::qWait(1);
+    EXPECT_EQ(Rows().size(), 4U) << "Enter chooses the node that has the focus";
+}
+
+TEST_F(MainWindowTest, AnEmptyDatabaseHasARootAlone) {
+    MakeDatabase({});
+    LoadAndShow();
+    EXPECT_EQ(Tree().rowCount(), 1);
+    EXPECT_EQ(Tree().rowCount(Tree().Root()), 0);
+    Click("MAIN");
+    EXPECT_EQ(List().Items().columnCount(), 4);
+    EXPECT_TRUE(Rows().empty());
+}
+
+TEST_F(MainWindowTest, AMachineNamedAsTheBranchBehavesAsTheBranch) {
+    MakeDatabase({{"PC1", "20240315", "08:00:00"}, {"ALL", "20240315", "09:00:00"}});
+    LoadAndShow();
+    Click("ALL?MAIN");
+    EXPECT_EQ(Rows().size(), 2U);
+    EXPECT_TRUE(IsEnabled("mnuPopRDelete"));
+}
+
+TEST_F(MainWindowTest, ClosingTheDatabaseLeavesNothing) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    Click("ALL");
+    Action("mnuCloseDatabase").trigger();
+    EXPECT_EQ(Tree().rowCount(), 0);
+    EXPECT_TRUE(Rows().empty());
+    EXPECT_EQ(Status(), "Database closed...");
+    EXPECT_EQ(gDatabasePath, "");
+    EXPECT_TRUE(IsEnabled("mnuSelectDatabase"));
+}
+
+TEST_F(MainWindowTest, AFailedBuildSaysSoAndLeavesTheWindow) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    gConnection->Execute("DROP TABLE Net");
+    std::string status;
+    prompts.Expect(Box("Error# -1", "no such table: Net", MsgBoxStyle::kCritical),
+                   [&] { status = Status(); });
+    Action("mnuViewRefresh").trigger();
+    EXPECT_EQ(status, "Error opening database...");
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "no hourglass is left";
+}
+
+TEST_F(MainWindowTest, ANodeAllowsWhatItsMachinesAreGoodFor) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    struct {
+        const char* key;
+        bool forNode, forRows, deleteButton;
+        const char* why;
+    } cases[] = {
+        {"MAIN", true, true, true, "all machines, listed one by one"},
+        {"ALL", true, true, true, "as the root"},
+        {"ALL?CPU", false, true, true, "the rows are machines, the node is none"},
+        {"PC1?MAIN", true, false, false, "the node is a machine, the rows are its values"},
+        {"PC1?CPU", false, false, false, "neither"},
+    };
+    for (const auto& c : cases) {
+        Click(c.key);
+        for (const char* name : {"mnuPopPersonal(0)", "mnuPopFullExport", "mnuExport", "mnuPopDelete",
+                                 "mnuFileDelete", "mnuRemove", "mnuProperties", "Props"})
+            EXPECT_EQ(IsEnabled(name), c.forNode) << c.key << " " << name << ": " << c.why;
+        for (const char* name : {"mnuPopRPersonal", "mnuPopRImport", "mnuPopRDelete", "mnuPopRRemove"})
+            EXPECT_EQ(IsEnabled(name), c.forRows) << c.key << " " << name << ": " << c.why;
+        EXPECT_EQ(IsEnabled("Delete"), c.deleteButton) << c.key << ": the rows decide on the toolbar's";
+        for (const char* name : {"mnuPopTxtlExport", "mnuPopRExport", "mnuPopRShow", "mnuCopy"})
+            EXPECT_TRUE(IsEnabled(name)) << c.key << " " << name << ": touched by no node";
+    }
+}
+
+TEST_F(MainWindowTest, TheRightButtonOpensTheMenuOfItsPane) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    auto& treeMenu = Find<QMenu>("mnuPopup");
+    Click("ALL", Qt::RightButton);
+    EXPECT_TRUE(treeMenu.isVisible());
+    EXPECT_EQ(Rows().size(), 4U) << "the node under the pointer is chosen";
+    treeMenu.hide();
+
+    auto& listMenu = Find<QMenu>("mnuPopupR");
+    QWidget* const viewport = List().CurrentView().viewport();
+    QTest::mouseClick(viewport, Qt::RightButton, {}, QPoint(10, 5));
+    EXPECT_TRUE(listMenu.isVisible());
+    EXPECT_FALSE(Action("mnuPingPrivate").isVisible()) << "only network cards can be pinged";
+    EXPECT_FALSE(Action("mnuPingMarker").isVisible());
+    listMenu.hide();
+    Click("ALL?DEVNET");
+    QTest::mouseClick(viewport, Qt::RightButton, {}, QPoint(10, 5));
+    EXPECT_FALSE(listMenu.isVisible()) << "no row is chosen there";
+    EXPECT_TRUE(Action("mnuPingPrivate").isVisible());
+}
+
+TEST_F(MainWindowTest, APressAnywhereOnARowSelectsIt) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    form->resize(900, 500);
+    Click("ALL");
+    QAbstractItemView& view = List().CurrentView();
+    const QRect row = view.visualRect(view.model()->index(2, 0));
+    const QPoint behindLastColumn(view.viewport()->width() - 3, row.center().y());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, behindLastColumn);
+    EXPECT_TRUE(List().IsSelected(2));
+    EXPECT_FALSE(List().IsSelected(1));
+    Action("ViewList").trigger();
+    EXPECT_TRUE(List().IsSelected(2)) << "the views share the selection";
+}
+
+} // namespace

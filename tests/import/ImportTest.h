@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A folder of inventory files and an empty database to import them into.
+#pragma once
+
+#include "import/cSinImport.h"
+#include "tests/support/FixedClock.h"
+#include "tests/support/QueuedPrompts.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Lines of a file, each closed by CR LF.
+std::string Lines(const std::vector<std::string>& lines);
+
+/// A whole, small inventory file of one machine: one row or more in every section.
+std::string SmallFile(const std::string& machine, const std::string& user = "user");
+
+class ImportTest : public testing::Test {
+protected:
+    ImportTest();
+    ~ImportTest() override;
+
+    /// Writes a file of the inventory folder, stamped with local time "yyyy-mm-dd hh:mm:ss" if given.
+    void Write(const std::string& name, const std::string& bytes, const std::string& stamp = {});
+
+    /// Imports the folder, or one machine; expects no box but those queued.
+    bool Import(const std::string& machine = {}, TimeFrame frame = {}, ImportEvents* events = nullptr);
+
+    /// The rows of a query, fields joined by "|", rows by a line feed; Null reads as "<Null>".
+    std::string Rows(const std::string& sql) const;
+    /// "ok" for a sound database.
+    std::string IntegrityCheck() const;
+
+    TemporaryFolder folder;
+    std::string inventory;
+    std::string database;
+    QueuedPrompts prompts;
+    FixedClock clock{
+        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
+    std::shared_ptr<ADODB::Connection> connection;
+    bool noData = false;
+};

@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a client PC could put into the folder: nothing of it may crash, hang or touch the rows of a machine
+// that it does not name.
+#include "tests/import/ImportTest.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <random>
+
+namespace {
+
+class HostileTest : public ImportTest {
+protected:
+    HostileTest() {
+        Write("GOOD.ORG", SmallFile("GOOD"));
+        EXPECT_TRUE(Import("GOOD"));
+        mGood = Good();
+    }
+    ~HostileTest() override {
+        EXPECT_EQ(Good(), mGood) << "the rows of another machine changed";
+        EXPECT_EQ(IntegrityCheck(), "ok");
+    }
+
+    /// Imports one file and nothing else.
+    bool ImportFile(const std::string& bytes) {
+        Write("BAD.ORG", bytes);
+        return Import("BAD");
+    }
+
+    /// The small file of the machine BAD with one text replaced.
+    static std::string Bad(const std::string& text, const std::string& replacement) {
+        std::string file = SmallFile("BAD");
+        const std::size_t place = file.find(text);
+        EXPECT_NE(place, std::string::npos) << text;
+        return file.replace(place, text.size(), replacement);
+    }
+
+    std::string Count(const std::string& table) const {
+        return Rows("SELECT COUNT(*) FROM " + table + " WHERE COMPUTERNAME = 'BAD' AND ConfID = 0");
+    }
+
+private:
+    std::string Good() const {
+        std::string rows;
+        for (const char* table : {"Net", "OS", "PC", "UninstallData", "DeviceData", "DrivesData"})
+            rows += Rows(std::string("SELECT * FROM ") + table + " WHERE COMPUTERNAME = 'GOOD'") + "\n";
+        return rows;
+    }
+    std::string mGood;
+};
+
+TEST_F(HostileTest, NamesThatBreakTheStatementEndTheImportWithItsBox) {
+    for (const std::string name : {"O'NEIL", "x' OR '1'='1", "'"}) {
+        prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, {}});
+        EXPECT_FALSE(ImportFile(Bad("BAD|", name + "|"))) << name;
+        EXPECT_TRUE(noData);
+    }
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "GOOD");
+    EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "20011120") << "of the good machine's import";
+}
+
+TEST_F(HostileTest, OddNamesAreMachinesOrNone) {
+    struct {
+        const char* why;
+        std::string record;
+        const char* machine;
+    } cases[] = {
+        {"no name", "", ""},
+        {"a first bar belongs to the name", "|user|20011102|", "|user"},
+        {"a question mark is a character", "A?B|u|", "A?B"},
+        {"so are control characters", "A\x01\x1B|u|", "A\x01\x1B"},
+        {"a name past twenty characters is cut", "NAME-OF-MORE-THAN-TWENTY|u|", "NAME-OF-MORE-THAN-TW"},
+        {"and never found again", "NAME-OF-MORE-THAN-TWENTY|u|", ""},
+    };
+    std::string machines = "GOOD";
+    for (const auto& c : cases) {
+        EXPECT_TRUE(ImportFile(Bad("BAD|user|20011102|08:15:00|00A0C9000001|", c.record))) << c.why;
+        machines += (*c.machine == '\0' ? "" : "\n") + std::string(c.machine);
+        EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), machines) << c.why;
+    }
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceData WHERE COMPUTERNAME LIKE 'NAME%'"), "0")
+        << "rows under the whole name would have no machine";
+}
+
+TEST_F(HostileTest, CountsAreBelievedWithinSixteenBits) {
+    struct {
+        const char* why;
+        const char* count;
+        const char* rows;
+    } cases[] = {
+        {"smaller than the keys: the rest is ignored", "1", "1"},
+        {"larger than the keys: the missing ones are skipped", "30000", "2"},
+        {"the largest", "32767", "2"},
+        {"rounded half to even", "0.5", "0"},
+        {"rounded up", "1.5", "2"},
+        {"negative", "-1", "0"},
+        {"text", "many", "0"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_TRUE(
+            ImportFile(Bad("[UNINSTALL]\r\nINFO0=2|", "[UNINSTALL]\r\nINFO0=" + std::string(c.count) + "|")))
+            << c.why;
+        EXPECT_EQ(Count("UninstallData"), c.rows) << c.why;
+    }
+    for (const char* count : {"32768", "40000", "1e300"}) {
+        prompts.Expect(Box("Error# 6", "Overflow"), MsgBoxAnswer::OK);
+        EXPECT_FALSE(
+            ImportFile(Bad("[DEVICE]\r\nINFO0=4|", "[DEVICE]\r\nINFO0=" + std::string(count) + "|")));
+        EXPECT_EQ(Count("UninstallData"), "2") << "rows already written stay";
+    }
+}
+
+TEST_F(HostileTest, ABadRowEndsItsSectionAlone) {
+    // The second device's name is longer than its column: the first stays, the rest are missing.
+    EXPECT_TRUE(ImportFile(Bad("DevName=Ethernet", "DevName=" + std::string(51, 'x'))));
+    EXPECT_EQ(Rows("SELECT \"Device Name\" FROM DeviceData WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"),
+              "Graphics");
+    EXPECT_EQ(Count("DrivesData"), "2");
+    // A number past the double's range is no number.
+    EXPECT_TRUE(ImportFile(Bad("|131072|", "|1e999|")));
+    EXPECT_EQ(Rows("SELECT RAM FROM PC WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"), "131072")
+        << "the row of the import before";
+}
+
+TEST_F(HostileTest, RecordsWrapAround) {
+    EXPECT_TRUE(ImportFile(Bad("[MSOFFICE]\r\nINFO0=9.0|8.0||7.0|9.0|", "[MSOFFICE]\r\nINFO0=a|b|")));
+    EXPECT_EQ(Rows("SELECT * FROM MSOffice WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"), "BAD|0|a|b||a|b");
+    EXPECT_TRUE(ImportFile(Bad("[MSOFFICE]\r\nINFO0=9.0|8.0||7.0|9.0|", "[MSOFFICE]\r\nINFO0=")));
+    EXPECT_EQ(Rows("SELECT * FROM MSOffice WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"), "BAD|0|||||");
+}
+
+TEST_F(HostileTest, DriverDatesThatCanNotBeStoredGetTheDefault) {
+    struct {
+        const char* why;
+        std::string date;
+        const char* stored;
+    } cases[] = {
+        {"garbage longer than the column", "some time ago", "19800101"},
+        {"short garbage passes unchanged", "soon", "soon"},
+        {"a date that no calendar has", "13-45-1999", "19800101"},
+        {"eight digits pass", "19990615", "19990615"},
+        {"empty stays empty", "", ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_TRUE(ImportFile(Bad("DvrDate=6-15-1999", "DvrDate=" + c.date)));
+        EXPECT_EQ(
+            Rows(
+                "SELECT \"Device Driver Date\" FROM DeviceData WHERE COMPUTERNAME = 'BAD' AND ConfID = 0 AND "
+                "\"Device Name\" = 'Graphics'"),
+            c.stored)
+            << c.why;
+    }
+}
+
+TEST_F(HostileTest, ProtocolCountsCostNothing) {
+    EXPECT_TRUE(ImportFile(Bad("PCount=1;", "PCount=1000000000;")));
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceNetwork AS N JOIN DeviceData AS D ON N.\"Device Auto ID\" = "
+                   "D.\"Device Auto ID\" WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"),
+              "2");
+    EXPECT_TRUE(ImportFile(Bad("PCount=1;", "PCount=1|")));
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceNetwork AS N JOIN DeviceData AS D ON N.\"Device Auto ID\" = "
+                   "D.\"Device Auto ID\" WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"),
+              "2")
+        << "not closed by its own terminator at once, but by a later one: the number is still 1";
+}
+
+TEST_F(HostileTest, FilesMadeToBeSlowAreNot) {
+    const std::string head = SmallFile("BAD").substr(0, SmallFile("BAD").find("[DEVICE]"));
+    // Ten megabytes with three keys for a count of 32767.
+    EXPECT_TRUE(ImportFile(
+        head + "[DEVICE]\r\nINFO0=32767|\r\n[DEVICEDATA]\r\n" +
+        Lines({"INFO0=Cat=a|", "INFO1=Cat=b|", "x=" + std::string(10 << 20, 'x'), "INFO2=Cat=c|"})));
+    EXPECT_EQ(Count("DeviceData"), "3");
+    // No line ends behind the header: each record reaches to the file's end.
+    std::string run;
+    for (int i = 0; i < 32767; ++i)
+        run += "INFO" + std::to_string(i) + "=Cat=Ports|DevName=D" + std::to_string(i) + "|" +
+               std::string(200, 'y') + "\n";
+    EXPECT_TRUE(ImportFile(head + "[DEVICE]\r\nINFO0=32767|\r\n[DEVICEDATA]\r\n" + run));
+    EXPECT_EQ(Count("DeviceData"), "32767");
+    // One line of ten megabytes.
+    EXPECT_TRUE(
+        ImportFile(head + "[DEVICE]\r\nINFO0=2|\r\n[DEVICEDATA]\r\nINFO0=" + std::string(10 << 20, 'z')));
+    EXPECT_EQ(Count("DeviceData"), "1") << "a device without a single tag has empty values";
+}
+
+TEST_F(HostileTest, WhatIsNoFileIsPassedOver) {
+    std::filesystem::create_directory(inventory + "/folder.org");
+    symlink("/nonexistent", (inventory + "/dangling.org").c_str());
+    mkfifo((inventory + "/pipe.org").c_str(), 0600);
+    symlink("/dev/zero", (inventory + "/endless.org").c_str());
+    Write(".hidden.org", SmallFile("HIDDEN"));
+    Write("noextension", SmallFile("NONE"));
+    std::filesystem::remove(inventory + "/GOOD.ORG");
+    Write("LAST.ORG", SmallFile("LAST"));
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "GOOD\nLAST");
+}
+
+/// Takes any box: garbage may end an import in several ways.
+class AnyBox final : public Prompts {
+public:
+    MsgBoxAnswer MsgBox(const std::string&, int, const std::string&) override { return MsgBoxAnswer::OK; }
+    std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
+    std::string OpenFile(const FileDialog&) override { return {}; }
+    std::string SaveFile(const FileDialog&) override { return {}; }
+    std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
+    void Beep() override {}
+};
+
+TEST_F(HostileTest, AnyBytesAreSurvived) {
+    AnyBox unlooked;
+    std::mt19937 random(11);
+    const std::string sound = SmallFile("BAD");
+    for (int round = 0; round < 400; ++round) {
+        std::string file = sound;
+        for (int change = 0; change < 8; ++change) {
+            const std::size_t place = sound.find('[', 20) + random() % (file.size() - 200);
+            const std::size_t length = std::min<std::size_t>(random() % 40, file.size() - place);
+            if (random() % 3 == 0)
+                file.erase(place, length);
+            else if (random() % 2 == 0)
+                file.insert(place, file.substr(random() % (file.size() - length), length));
+            else
+                file[place] = static_cast<char>(random());
+        }
+        Write("BAD.ORG", file);
+        noData = false;
+        cSinImport(connection, unlooked, clock, {}, nullptr).ImportInfData(inventory, "BAD", noData);
+        ASSERT_EQ(Rows("SELECT COUNT(*) FROM Net WHERE COMPUTERNAME = 'GOOD'"), "1");
+    }
+}
+
+} // namespace

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Stories of whole imports: which files are read, in what order, and what stands in the database after.
+#include "platform/codepage.h"
+#include "tests/import/ImportTest.h"
+
+#include <filesystem>
+
+namespace {
+
+class Events final : public ImportEvents {
+public:
+    void DoneSoFarUsers(const std::string& name, double percent) override {
+        told += name + " " + std::to_string(percent).substr(0, 4) + "\n";
+    }
+    void DoneSoFarUser(const std::string& name, double /*percent*/) override { sections += name + "\n"; }
+    std::string told;
+    std::string sections;
+};
+
+TEST_F(ImportTest, AMachineFillsEveryTable) {
+    Write("PC1.ORG", SmallFile("PC1", "old"), "2001-11-02 08:00:00");
+    Write("PC1.INF", SmallFile("PC1", "new"), "2001-11-05 09:30:00");
+    Write("PC1.PNF", Lines({"[DETAIL]", "TXTINPUT0=Ann", "TXTINPUT1=Bell"}), "2001-11-06 10:00:00");
+    ASSERT_TRUE(Import());
+    EXPECT_FALSE(noData);
+    EXPECT_EQ(Rows("SELECT * FROM Net"),
+              "PC1|new|20011102|08:15:00|00A0C9000001|20011102|08:00:00|20011105|09:30:00|20011106|10:00:00")
+        << "the current file has the last word on the user, and each pass leaves its own stamp";
+    EXPECT_EQ(Rows("SELECT * FROM OS WHERE ConfID = 0"),
+              "PC1|0|4.10|2222|Normal|0|-1|Windows 98|Summer|Winter|Win98|ID|KEY|No|Ann|Ltd||SP1");
+    EXPECT_EQ(
+        Rows("SELECT RAM, \"CPU DLL FPU\", \"CPU DLL MMX\", \"JOY Connected\" FROM PC WHERE ConfID = 1"),
+        "131072|-1|0|5");
+    EXPECT_EQ(Rows("SELECT * FROM Drives WHERE ConfID = 1"), "PC1|1|1|1|1|0|0|ACD");
+    EXPECT_EQ(Rows("SELECT \"Drive Root\", \"Drive Size\" FROM DrivesData WHERE ConfID = 1"),
+              "C:\\|4000000000\nD:\\|0")
+        << "removable drives are counted, and not listed; sizes pass 32 bits";
+    EXPECT_EQ(Rows("SELECT * FROM UninstallData WHERE ConfID = 0"),
+              "PC1|0|Ledger|remove ledger\nPC1|0|Quill|remove quill");
+    EXPECT_EQ(Rows("SELECT * FROM ODBCData WHERE ConfID = 1"), "PC1|1|Driver|C:\\odbc.dll|3.5");
+    EXPECT_EQ(Rows("SELECT * FROM PrinterData WHERE ConfID = 1"), "PC1|1|L|Laser|LaserDriver|LPT1");
+    EXPECT_EQ(
+        Rows("SELECT \"Device Catagory\", \"Device Problem\", \"Device Driver Date\", \"Device Extra Info\" "
+             "FROM DeviceData WHERE ConfID = 1"),
+        "Display adapters|00 00 00 00 |19990615|<Null>\n"
+        "Network adapters|00 00 00 00 ||<Null>\n"
+        "System devices|16 00 00 00 ||<Null>\n"
+        "Modem|00 00 00 00 |19981113|COM2");
+    EXPECT_EQ(Rows("SELECT \"Video Memory\", \"DAC Type\" FROM DeviceDisplay"),
+              "8 MB|Internal\n8 MB|Internal");
+    EXPECT_EQ(Rows("SELECT N.* FROM DeviceNetwork AS N JOIN DeviceData AS D ON N.\"Device Auto ID\" = "
+                   "D.\"Device Auto ID\" WHERE ConfID = 1")
+                  .substr(36),
+              "|0|TCP/IP|127.0.0.7|255.0.0.0||w||Net|" +
+                  ("\n" + Rows("SELECT \"Device Auto ID\" FROM DeviceNetwork LIMIT 1 OFFSET 3")) +
+                  "|1|NetBEUI||||||" + "|Two");
+    EXPECT_EQ(Rows("SELECT \"BIOS Name\", \"BIOS Date\", CPU, Model FROM DeviceMotherBoard LIMIT 1"),
+              "BIOS|19990314|450|M1");
+    EXPECT_EQ(Rows("SELECT Name, Surname, ID, AssetNumber FROM Personal"), "Ann|Bell|N/A|N/A");
+    EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "20011120");
+    EXPECT_EQ(IntegrityCheck(), "ok");
+}
+
+TEST_F(ImportTest, OnlyAnOriginalStartsAMachine) {
+    Write("PC1.inf", SmallFile("PC1"));
+    Write("PC1.pnf", Lines({"[DETAIL]"}));
+    prompts.Expect(
+        Box("No data to import",
+            "There are no files to import! Please make sure you have selected the proper directory."),
+        MsgBoxAnswer::OK);
+    EXPECT_TRUE(Import());
+    EXPECT_TRUE(noData);
+    EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "<Null>");
+}
+
+TEST_F(ImportTest, AnOriginalStandsInForTheMissingCurrentFile) {
+    Write("PC1.ORG", SmallFile("PC1"), "2001-11-02 08:00:00");
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT INFFileDate, INFFileTime FROM Net"), "20011102|08:00:00");
+    EXPECT_EQ(Rows("SELECT ConfID FROM OS"), "0\n1");
+}
+
+TEST_F(ImportTest, FilesPairWithoutRegardToCase) {
+    Write("pc1.Org", SmallFile("PC1", "old"));
+    Write("PC1.iNf", SmallFile("PC1", "new"));
+    Write("Pc1.PNF", Lines({"[DETAIL]", "TXTINPUT0=Ann"}));
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT \"Logon User Name\" FROM Net"), "new");
+    EXPECT_EQ(Rows("SELECT Name FROM Personal"), "Ann");
+}
+
+TEST_F(ImportTest, PassesFollowEachOtherAndTellTheirFiles) {
+    Write("b.ORG", SmallFile("B"));
+    Write("A.ORG", SmallFile("A"));
+    Write("A.INF", SmallFile("A"));
+    Write("b.PNF", "");
+    Events events;
+    ASSERT_TRUE(Import({}, {}, &events));
+    EXPECT_EQ(events.told, "A.ORG 0.50\nb.ORG 1.00\nA.INF 0.50\nb.ORG 1.00\n");
+    const std::string oneFile =
+        "Global Values\nOperating System\nMS Office\nInput Devices\nPC Settings\nDrives Info\nUninstall "
+        "Data\n"
+        "ODBC Data\nPrinter Data\nDrives Data\nDevices Data\nFinished..\n";
+    EXPECT_EQ(events.sections, oneFile + oneFile + oneFile + oneFile + "Finished..\n")
+        << "an empty file of personal details changes nothing, and is still told as finished";
+}
+
+TEST_F(ImportTest, OneMachineAloneCanBeImported) {
+    Write("PC1.ORG", SmallFile("PC1"));
+    Write("PC2.ORG", SmallFile("PC2"));
+    ASSERT_TRUE(Import("pc2"));
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC2");
+    prompts.Expect(
+        Box("No data to import",
+            "There are no files to import! Please make sure you have selected the proper directory."),
+        MsgBoxAnswer::OK);
+    EXPECT_TRUE(Import("PC3"));
+}
+
+TEST_F(ImportTest, TheNameInTheFileCounts) {
+    Write("PC1.ORG", SmallFile("OTHER"));
+    Write("PC1.PNF", Lines({"[DETAIL]", "TXTINPUT0=Ann"}));
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "OTHER");
+    EXPECT_EQ(Rows("SELECT * FROM Personal"), "")
+        << "personal details go by the file's name, which has no row";
+}
+
+TEST_F(ImportTest, ReimportReplacesRowsAndLeavesOtherMachinesAlone) {
+    Write("PC1.ORG", SmallFile("PC1"));
+    Write("PC2.ORG", SmallFile("PC2"));
+    ASSERT_TRUE(Import());
+    const std::string others = Rows("SELECT * FROM DeviceData WHERE COMPUTERNAME = 'PC2'");
+    const std::string before = Rows("SELECT \"Device Auto ID\" FROM DeviceData WHERE COMPUTERNAME = 'PC1'");
+    std::string changed = SmallFile("PC1");
+    changed.replace(changed.find("[UNINSTALL]\r\nINFO0=2|"), 21, "[UNINSTALL]\r\nINFO0=|");
+    Write("PC1.ORG", changed);
+    ASSERT_TRUE(Import("PC1"));
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM UninstallData WHERE COMPUTERNAME = 'PC1'"), "0")
+        << "an empty count: the rows go, and none come back";
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceData WHERE COMPUTERNAME = 'PC1'"), "8");
+    EXPECT_NE(Rows("SELECT \"Device Auto ID\" FROM DeviceData WHERE COMPUTERNAME = 'PC1'"), before);
+    EXPECT_EQ(Rows("SELECT * FROM DeviceData WHERE COMPUTERNAME = 'PC2'"), others);
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceNetwork"), "8")
+        << "the old subtable rows went with their devices";
+    EXPECT_EQ(IntegrityCheck(), "ok");
+}
+
+TEST_F(ImportTest, TheTimeFrameGatesAWholeFile) {
+    Write("PC1.ORG", SmallFile("PC1", "first"), "2001-11-02 08:00:00");
+    ASSERT_TRUE(Import());
+    Write("PC1.ORG", SmallFile("PC1", "second"), "2001-11-02 08:10:00");
+    ASSERT_TRUE(Import({}, {1, 30}));
+    EXPECT_EQ(Rows("SELECT \"Logon User Name\", ORGFileTime FROM Net"), "first|08:00:00")
+        << "younger than the frame";
+    ASSERT_TRUE(Import({}, {1, 10}));
+    EXPECT_EQ(Rows("SELECT \"Logon User Name\", ORGFileTime FROM Net"), "second|08:10:00")
+        << "just old enough";
+    ASSERT_TRUE(Import({}, {0, 0}));
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM OS"), "2") << "an unchanged file passes a frame of nothing";
+}
+
+TEST_F(ImportTest, PersonalDetailsAreReplacedWhole) {
+    Write("PC1.ORG", SmallFile("PC1"));
+    Write("PC1.PNF", Lines({"[DETAIL]", "TXTINPUT0=Ann", "TXTINPUT5=" + std::string(200, 'x')}),
+          "2001-11-02 08:00:00");
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT Name FROM Personal"), "Ann");
+    Write("PC1.PNF", Lines({"[DETAIL]", "TXTINPUT0=" + std::string(51, 'x')}), "2001-11-03 08:00:00");
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM Personal"), "0") << "a value too long for its column loses the row";
+    EXPECT_EQ(Rows("SELECT PNFFileDate FROM Net"), "20011103") << "but its stamp is stored";
+}
+
+TEST_F(ImportTest, TextIsDecodedFromTheCodePageAndCutBefore) {
+    std::string file = SmallFile("PC1", "J\xFCrgen" + std::string(30, '\xE9'));
+    Write("PC1.ORG", file);
+    ASSERT_TRUE(Import());
+    std::string expected = "Jürgen";
+    for (int i = 0; i < 14; ++i)
+        expected += "é";
+    EXPECT_EQ(Rows("SELECT \"Logon User Name\" FROM Net"), expected) << "twenty characters, not bytes";
+}
+
+TEST_F(ImportTest, AFullFolderLoadsInBulkAndGetsItsIndexesBack) {
+    const std::string indexes = Rows("SELECT name FROM sqlite_master WHERE type = 'index' ORDER BY name");
+    for (int i = 0; i < 130; ++i) {
+        const std::string name = "PC" + std::to_string(1000 + i);
+        Write(name + ".ORG", SmallFile(name));
+        Write(name + ".PNF", Lines({"[DETAIL]", "TXTINPUT0=" + name}));
+    }
+    // Two that need the indexes in the midst of the load: a machine for the second time, and one whose name
+    // is written in another case.
+    Write("PC1200.ORG", SmallFile("PC1000", "twice"));
+    Write("PC1001.INF", SmallFile("pc1001"));
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT name FROM sqlite_master WHERE type = 'index' ORDER BY name"), indexes);
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM Net"), "130");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceData"), "1040");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM Personal WHERE Name = COMPUTERNAME"), "130");
+    EXPECT_EQ(IntegrityCheck(), "ok");
+}
+
+} // namespace

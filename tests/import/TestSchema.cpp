@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "import/Guid.h"
+#include "import/Schema.h"
+#include "platform/errors.h"
+#include "tests/import/ImportTest.h"
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include <regex>
+
+namespace {
+
+TEST_F(ImportTest, AMachineTakesAllItsRowsAlong) {
+    Write("PC1.ORG", SmallFile("PC1"));
+    Write("PC1.PNF", Lines({"[DETAIL]"}));
+    ASSERT_TRUE(Import());
+    connection->Execute("DELETE * FROM DEVICEDATA WHERE COMPUTERNAME='pc1' AND ConfID=0");
+    for (const char* table : {"DeviceDisplay", "DeviceMotherBoard"})
+        EXPECT_EQ(Rows(std::string("SELECT COUNT(*) FROM ") + table), "1")
+            << table << ": that of the other configuration";
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceNetwork"), "2");
+    connection->Execute("DELETE * FROM Net WHERE COMPUTERNAME = 'PC1'");
+    for (const TableDefinition& table : InventoryTables()) {
+        if (table.name != "Version") {
+            EXPECT_EQ(Rows("SELECT COUNT(*) FROM \"" + std::string(table.name) + "\""), "0") << table.name;
+        }
+    }
+}
+
+TEST_F(ImportTest, KeysAreUniqueWithoutRegardToCase) {
+    connection->Execute("INSERT INTO Net (COMPUTERNAME) VALUES ('PC1')");
+    const auto fails = [this](const char* sql) {
+        try {
+            connection->Execute(sql);
+        } catch (const RunTimeError&) {
+            return true;
+        }
+        return false;
+    };
+    EXPECT_TRUE(fails("INSERT INTO Net (COMPUTERNAME) VALUES ('pc1')"));
+    EXPECT_TRUE(fails("INSERT INTO Net (COMPUTERNAME) VALUES ('')")) << "a machine has a name";
+    EXPECT_FALSE(fails("INSERT INTO OS (COMPUTERNAME, ConfID) VALUES ('Pc1', 1)"))
+        << "the parent is found by its key";
+    EXPECT_TRUE(fails("INSERT INTO OS (COMPUTERNAME, ConfID) VALUES ('PC1', 1)"));
+    EXPECT_TRUE(fails("INSERT INTO ODBCData (COMPUTERNAME, ConfID) VALUES ('PC2', 1)")) << "no such machine";
+}
+
+TEST_F(ImportTest, EveryLookUpByMachineHasAnIndex) {
+    for (const TableDefinition& table : InventoryTables()) {
+        if (table.parent == Parent::None)
+            continue;
+        const char* key = table.parent == Parent::Device ? "\"Device Auto ID\"" : "COMPUTERNAME";
+        const std::string plan = Rows("EXPLAIN QUERY PLAN DELETE FROM \"" + std::string(table.name) +
+                                      "\" WHERE " + key + " = 'x'");
+        EXPECT_NE(plan.find(" INDEX "), std::string::npos) << table.name << ": " << plan;
+    }
+}
+
+TEST_F(ImportTest, ANewDatabaseBelongsToItsOwner) {
+    struct stat status {};
+    ASSERT_EQ(stat(database.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    EXPECT_EQ(Rows("SELECT * FROM Version"), "1.20|1.20;|<Null>");
+    EXPECT_THROW(CreateDatabase(database), RunTimeError) << "one that stands is never written over";
+}
+
+TEST(Guid, WritesFourPartsInUpperCaseHexadecimal) {
+    const std::regex form("[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}");
+    EXPECT_TRUE(std::regex_match(Guid::Create(1), form));
+    const std::string three = Guid::Create(3);
+    ASSERT_EQ(three.size(), 3 * 36 + 2U);
+    EXPECT_EQ(three[36], ';');
+    EXPECT_LT(three.substr(0, 36), three.substr(37, 36)) << "later ones append to their index";
+}
+
+} // namespace

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "platform/identifiers.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace {
+
+TEST(Files, AnEmptyFolderIsNowhere) {
+    EXPECT_EQ(JoinPath("", "etc"), "") << "and never the root";
+    EXPECT_EQ(JoinPath("/a/", "b"), "/a/b");
+    EXPECT_EQ(FolderOf("/a/b/c"), "/a/b");
+    EXPECT_EQ(FolderOf("c"), "");
+    EXPECT_FALSE(FindFile("", "passwd"));
+    EXPECT_TRUE(DirectoryListing("").Names().empty());
+    EXPECT_TRUE(DirectoryListing("/nonexistent").Names().empty());
+}
+
+TEST(Files, NamesAreListedAndFoundWithoutRegardToCase) {
+    TemporaryFolder folder;
+    for (const char* name : {"b.ORG", "A.org", "a.ORG", "c.organ", ".d.org", "sub/e.org"})
+        folder.WriteFile(name, "x");
+    symlink(folder.Path("b.ORG").c_str(), folder.Path("link.org").c_str());
+    symlink("/nonexistent", folder.Path("dangling.org").c_str());
+    const DirectoryListing listing(folder.Path());
+    EXPECT_EQ(listing.WithExtension(".org"), (std::vector<std::string>{"A.org", "b.ORG", "link.org"}))
+        << "two spellings are one name, folders and hidden files are none";
+    EXPECT_EQ(listing.Find("a.ORG"), "a.ORG") << "the exact spelling first";
+    EXPECT_EQ(listing.Find("a.oRg"), "A.org");
+    EXPECT_EQ(listing.Find("B.org"), "b.ORG");
+    EXPECT_FALSE(listing.Find("x.org"));
+    EXPECT_EQ(FindFile(folder.Path(), "B.org"), folder.Path("b.ORG"));
+}
+
+TEST(Files, ReadsRegularFilesOnly) {
+    TemporaryFolder folder;
+    const std::string bytes("a\0b", 3);
+    EXPECT_EQ(ReadFile(folder.WriteFile("x", bytes)), bytes);
+    const auto errorOf = [](const std::string& path) {
+        try {
+            ReadFile(path);
+        } catch (const RunTimeError& failure) {
+            return failure.number;
+        }
+        return 0;
+    };
+    EXPECT_EQ(errorOf(folder.Path("missing")), Errors::kFileNotFound);
+    EXPECT_EQ(errorOf(folder.Path()), Errors::kPathAccess);
+    mkfifo(folder.Path("pipe").c_str(), 0600);
+    EXPECT_EQ(errorOf(folder.Path("pipe")), Errors::kPathAccess) << "without waiting for a writer";
+    const std::string large = folder.WriteFile("large", "");
+    std::filesystem::resize_file(large, kLargestFile + 1);
+    EXPECT_EQ(errorOf(large), Errors::kOutOfMemory);
+}
+
+TEST(Files, ACopyBelongsToItsOwnerAlone) {
+    TemporaryFolder folder;
+    const std::string source = folder.WriteFile("source", std::string(3000000, 'x'));
+    const std::string target = folder.WriteFile("target", "an older and public file");
+    chmod(target.c_str(), 0644);
+    CopyFile(source, target);
+    EXPECT_EQ(FileLength(target), 3000000U);
+    struct stat status {};
+    stat(target.c_str(), &status);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST(Files, ADatabaseGoesWithItsLogs) {
+    TemporaryFolder folder;
+    for (const char* name : {"x.mdb-wal", "x.mdb-shm", "y.mdb-wal"})
+        folder.WriteFile(name, "x");
+    DeleteDatabase(folder.Path("x.mdb"));
+    EXPECT_FALSE(folder.Exists("x.mdb-wal")) << "also where the database itself is gone";
+    EXPECT_FALSE(folder.Exists("x.mdb-shm"));
+    EXPECT_TRUE(folder.Exists("y.mdb-wal"));
+}
+
+TEST(Identifiers, GrowAndNeverRepeat) {
+    Identifier last;
+    for (int i = 0; i < 20000; ++i) {
+        Identifier next;
+        ASSERT_EQ(CoCreateGuid(next), 0);
+        ASSERT_LT(std::tie(last.data1, last.data2, last.data3), std::tie(next.data1, next.data2, next.data3));
+        last = next;
+    }
+}
+
+} // namespace

@@ -6,15 +6,18 @@
 #include "platform/errors.h"
 #include "platform/text.h"
 
+#include <algorithm>
+
 namespace {
 
 std::string ShiftReversed(std::string_view text, int step) {
     constexpr int kHighestCode = 255;
-    const std::string codes = CodePage::System().Encode(text);
+    std::string codes = CodePage::System().Encode(text);
+    std::reverse(codes.begin(), codes.end());
     std::string shifted;
     shifted.reserve(codes.size());
-    for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
-        const int next = static_cast<unsigned char>(*code) + step;
+    for (const char code : codes) {
+        const int next = static_cast<unsigned char>(code) + step;
         if (next < 0 || next > kHighestCode)
             Raise(Errors::kInvalidCall);
         shifted += static_cast<char>(next);

@@ -57,11 +57,12 @@ void FormRegistry::Unload(const std::string& name) {
 
 void FormRegistry::UnloadOthers(const QWidget* keep) {
     // Unloading one window may unload others, so each is looked up anew.
-    const std::vector<QWidget*> windows = Windows();
-    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+    std::vector<QWidget*> windows = Windows();
+    std::reverse(windows.begin(), windows.end());
+    for (QWidget* const window : windows) {
         const auto form = std::find_if(mForms.begin(), mForms.end(),
-                                       [&](const Form& entry) { return entry.window == *window; });
-        if (*window == keep || form == mForms.end())
+                                       [&](const Form& entry) { return entry.window == window; });
+        if (window == keep || form == mForms.end())
             continue;
         const std::function<void()> unload = form->unload;
         unload();

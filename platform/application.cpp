@@ -6,8 +6,8 @@
 #include <QEvent>
 #include <QTimer>
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <new>
 #include <utility>
 
@@ -41,22 +41,21 @@ RunTimeError Caught() {
 
 [[noreturn]] void ShowAndEnd(const RunTimeError& error) {
     const std::string text = "Run-time error '" + std::to_string(error.number) + "':\n\n" + error.description;
-    std::fprintf(stderr, "%s\n", text.c_str());
+    std::cerr << text << std::endl;
     try {
         if (State().prompts != nullptr)
             State().prompts->MsgBox(text, MsgBoxStyle::kCritical, "Velmora");
     } catch (...) {
-        std::fputs("The failure could not be shown in a box.\n", stderr);
+        std::cerr << "The failure could not be shown in a box." << std::endl;
     }
     try {
         if (State().cleanup)
             State().cleanup();
     } catch (...) {
-        std::fputs("The clean-up failed.\n", stderr);
+        std::cerr << "The clean-up failed." << std::endl;
     }
     // Event loops and handlers of the toolkit are on the stack, and can be neither thrown through nor
     // destroyed.
-    std::fflush(nullptr);
     std::_Exit(EXIT_FAILURE);
 }
 

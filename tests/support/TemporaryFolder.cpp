@@ -27,7 +27,7 @@ std::string TemporaryFolder::Path(std::string_view name) const {
 }
 
 std::string TemporaryFolder::WriteFile(std::string_view name, std::string_view bytes) const {
-    const std::string path = Path(name);
+    std::string path = Path(name);
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

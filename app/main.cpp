@@ -25,9 +25,9 @@ int main(int argc, char** argv) {
         const std::string folder = ProgramFolder();
         SingleInstance instance(folder);
         Startup startup(folder, commandLine, settings, prompts, processes, clock, instance);
-        FormRegistry::Instance().OnLastUnloaded([] { Application::exit(0); });
         if (!startup.Main() || FormRegistry::Instance().Windows().empty())
             return 0;
+        FormRegistry::Instance().OnLastUnloaded([] { Application::exit(0); });
         return Application::exec();
     });
 }

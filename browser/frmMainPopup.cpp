@@ -36,16 +36,17 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
             Arrange();
         return false;
     }
-    if (watched == tvTreeView || watched == tvTreeView->viewport()) {
-        const std::optional<QPoint> position = PopupPosition(*tvTreeView, *event);
-        if (position)
-            ShowTreePopup(*position);
-        return position.has_value();
-    }
-    const std::optional<QPoint> position = PopupPosition(lvListView->CurrentView(), *event);
-    if (position)
+    const bool isTree = watched == tvTreeView || watched == tvTreeView->viewport();
+    const std::optional<QPoint> position =
+        PopupPosition(isTree ? *tvTreeView : lvListView->CurrentView(), *event);
+    if (!position)
+        return false;
+    if (isTree)
+        ShowTreePopup(*position);
+    else
         ShowListPopup(*position);
-    return position.has_value();
+    // The view itself must see the button go up.
+    return event->type() == QEvent::ContextMenu;
 }
 
 void frmMain::ShowTreePopup(const QPoint& position) {

@@ -26,7 +26,7 @@ ImportProgress::ImportProgress() {
 
 ImportProgress::~ImportProgress() {
     if (frmSplash* splash = frmSplash::Loaded())
-        splash->Status("");
+        splash->Status("Please Wait");
 }
 
 void ImportProgress::DoneSoFarUsers(const std::string& name, double percent) {

@@ -146,6 +146,8 @@ void Connection::Open() {
     try {
         if (result != SQLITE_OK)
             RaiseDatabase(database);
+        // The statements kept in the cache would use up the engine's own store of small pieces of memory.
+        sqlite3_db_config(database, SQLITE_DBCONFIG_LOOKASIDE, nullptr, 256, 8000);
         sqlite3_extended_result_codes(database, 1);
         sqlite3_busy_timeout(database, 5000);
         RegisterAccessFunctions(database);

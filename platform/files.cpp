@@ -151,6 +151,15 @@ std::optional<std::string> DirectoryListing::Find(std::string_view name) const {
     return *found;
 }
 
+std::vector<std::string> DirectoryListing::Spellings(std::string_view name) const {
+    std::vector<std::string> spellings;
+    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings})
+        for (const std::string& entry : *names)
+            if (EqualNoCase(entry, name))
+                spellings.push_back(entry);
+    return spellings;
+}
+
 std::optional<std::string> FindFile(std::string_view folder, std::string_view name) {
     const std::string path = JoinPath(folder, name);
     if (path.empty() || name.empty())
@@ -216,7 +225,9 @@ void CopyFile(const std::string& source, const std::string& target) {
 }
 
 void DeleteDatabase(const std::string& path) {
+    const std::string folder = FolderOf(path);
+    const DirectoryListing listing(folder);
     for (const char* suffix : {"", "-wal", "-shm"})
-        if (FileExists(path + suffix))
-            DeleteFile(path + suffix);
+        for (const std::string& name : listing.Spellings(FileNameOf(path) + suffix))
+            DeleteFile(JoinPath(folder, name));
 }

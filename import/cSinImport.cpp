@@ -82,11 +82,17 @@ public:
         Commit();
         Begin();
     }
+    /// A commit that fails is undone, so that the connection is left without a transaction in any case.
     void Commit() {
         if (!mIsOpen)
             return;
         mIsOpen = false;
-        mConnection.CommitTrans();
+        try {
+            mConnection.CommitTrans();
+        } catch (const RunTimeError&) {
+            mConnection.RollbackTrans();
+            throw;
+        }
     }
 
 private:
@@ -130,14 +136,12 @@ bool cSinImport::ImportInfData(const std::string& directory, const std::string& 
 }
 
 bool cSinImport::ShowFailure(int number, const std::string& description, bool& noData) {
+    mTransaction.reset();
     try {
-        // Without an open transaction the connection itself has failed, and there is nothing to bring back.
-        if (mTransaction)
-            EndBulkLoad();
+        EndBulkLoad();
     } catch (const RunTimeError&) {
         // The next opening of the database brings the indexes back.
     }
-    mTransaction.reset();
     noData = true;
     mPrompts.MsgBox(description, MsgBoxStyle::kCritical, "Error# " + std::to_string(number));
     return false;
@@ -148,12 +152,13 @@ cSinImport::Files cSinImport::Scan(const std::string& directory, const std::stri
     std::vector<std::string> names;
     if (machine.empty())
         names = listing.WithExtension(".org");
-    else if (const auto found = listing.Find(machine + ".org"))
-        names.push_back(*found);
+    else if (listing.Find(machine + ".org"))
+        names.push_back(machine + ".org");
 
     // A file that has gone since it was listed is as one that was never there.
-    const auto add = [&directory](std::vector<File>& files, const std::string& name) {
-        const std::string path = JoinPath(directory, name);
+    const auto add = [&directory](std::vector<File>& files, const std::string& name,
+                                  const std::string& onDisk) {
+        const std::string path = JoinPath(directory, onDisk);
         try {
             files.push_back({name, path, FileStamp(path)});
         } catch (const RunTimeError&) {
@@ -162,10 +167,14 @@ cSinImport::Files cSinImport::Scan(const std::string& directory, const std::stri
     Files files;
     for (const std::string& name : names) {
         const std::string stem = name.substr(0, name.size() - 3);
-        add(files.originals, name);
-        add(files.currents, listing.Find(stem + "inf").value_or(name));
+        const std::string original = listing.Find(name).value_or(name);
+        add(files.originals, name, original);
+        if (const auto current = listing.Find(stem + "inf"))
+            add(files.currents, stem + "inf", *current);
+        else
+            add(files.currents, stem + "org", original);
         if (const auto personal = listing.Find(stem + "pnf"))
-            add(files.personals, *personal);
+            add(files.personals, stem + "pnf", *personal);
     }
     return files;
 }
@@ -271,24 +280,20 @@ void cSinImport::BeginBulkLoad(std::size_t files) {
 void cSinImport::EndBulkLoad() {
     if (!mIsBulkLoading)
         return;
-    mIsBulkLoading = false;
     mConnection->EndBulkLoad([this] {
         if (mEvents != nullptr)
             mEvents->StillWorking();
     });
+    mIsBulkLoading = false;
 }
 
 void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {
-    try {
-        for (std::size_t i = 0; i < files.size(); ++i) {
-            const double percent = static_cast<double>(i + 1) / static_cast<double>(files.size());
-            if (FileSize(files[i].path) >= 1)
-                ImportPersonalFile(files[i], percent);
-            TellSection("Finished..", 1);
-            mTransaction->FileDone();
-        }
-    } catch (const RunTimeError&) {
-        // The files still to come are not read.
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const double percent = static_cast<double>(i + 1) / static_cast<double>(files.size());
+        if (FileSize(files[i].path) >= 1)
+            ImportPersonalFile(files[i], percent);
+        TellSection("Finished..", 1);
+        mTransaction->FileDone();
     }
 }
 

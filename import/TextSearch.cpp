@@ -59,7 +59,7 @@ std::size_t TextSearch::Find(std::string_view sought, std::size_t from, std::siz
         return kNowhere;
     // Whatever begins within a block's length is found here.
     const std::size_t nearEnd = std::min(end, from + kBlock + sought.size() - 1);
-    const std::size_t near = FindIn(mText.substr(0, nearEnd), sought, from);
+    const std::size_t near = mText.substr(0, nearEnd).find(sought, from);
     if (near != kNowhere || nearEnd == end)
         return near;
     const std::size_t far = FindFar(sought, from);

@@ -77,11 +77,11 @@ cINIReader::Section& cINIReader::Find(std::string_view section) const {
     Section& found = mSections.emplace_back();
     found.name = section;
     const std::string header = "[" + found.name + "]\r\n";
-    found.start = mSearch.Find(header, 0, mContents.size());
-    found.exists = found.start != TextSearch::kNowhere;
+    found.start = mContents.find(header);
+    found.exists = found.start != std::string::npos;
     if (found.exists) {
-        const std::size_t end = mSearch.Find("]\r\n", found.start + header.size(), mContents.size());
-        found.end = end == TextSearch::kNowhere ? mContents.size() - 1 : end;
+        const std::size_t end = mContents.find("]\r\n", found.start + header.size());
+        found.end = end == std::string::npos ? mContents.size() - 1 : end;
     }
     return found;
 }

@@ -13,6 +13,9 @@ namespace {
 /// Below this an import is over before the dropped indexes could pay.
 constexpr std::size_t kFewFiles = 64;
 
+/// Characters of a machine's name in Net.
+constexpr std::size_t kLongestName = 20;
+
 struct OneRowSection {
     const char* event;
     double percent;
@@ -77,9 +80,14 @@ public:
     Transaction& operator=(const Transaction&) = delete;
 
     void FileDone() {
-        if (++mFiles % kFilesPerCommit != 0)
-            return;
+        if (++mFiles % kFilesPerCommit == 0)
+            Between([] {});
+    }
+    /// Commits, does `work` outside of a transaction, and begins anew.
+    template <class Work>
+    void Between(const Work& work) {
         Commit();
+        work();
         Begin();
     }
     /// A commit that fails is undone, so that the connection is left without a transaction in any case.
@@ -183,8 +191,8 @@ void cSinImport::Run(const Files& files) {
     if (!mConnection)
         Raise(Errors::kConnectionClosed);
     mAdded.clear();
-    mTransaction = std::make_unique<Transaction>(*mConnection);
     BeginBulkLoad(files.originals.size());
+    mTransaction = std::make_unique<Transaction>(*mConnection);
     if (!files.originals.empty())
         ImportMachineFiles(files.originals, ImportType::Original);
     if (!files.currents.empty())
@@ -213,9 +221,10 @@ void cSinImport::ImportMachineFile(const File& file, ImportType type, double per
     TellFile(file.name, percent);
     TellSection("Global Values", 0);
 
-    // A key that is written in another case is found by all its children's indexes.
+    // A key that is written in another case is found by its children's indexes; rows of a name that Net cuts
+    // have no parent, which only the check of parents tells.
     const auto known = mAdded.find(LowerCase(machine));
-    if (known != mAdded.end() && known->second.name != machine)
+    if ((known != mAdded.end() && known->second.name != machine) || CharacterCount(machine) > kLongestName)
         EndBulkLoad();
     const auto select = [&machine](const std::string& table) {
         return "SELECT * FROM " + table + " WHERE COMPUTERNAME=" + SQLText(machine);
@@ -280,10 +289,16 @@ void cSinImport::BeginBulkLoad(std::size_t files) {
 void cSinImport::EndBulkLoad() {
     if (!mIsBulkLoading)
         return;
-    mConnection->EndBulkLoad([this] {
-        if (mEvents != nullptr)
-            mEvents->StillWorking();
-    });
+    const auto end = [this] {
+        mConnection->EndBulkLoad([this] {
+            if (mEvents != nullptr)
+                mEvents->StillWorking();
+        });
+    };
+    if (mTransaction)
+        mTransaction->Between(end);
+    else
+        end();
     mIsBulkLoading = false;
 }
 

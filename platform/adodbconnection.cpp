@@ -306,6 +306,7 @@ bool Connection::IsBulkLoading() const {
 void Connection::BeginBulkLoad() {
     if (IsBulkLoading())
         return;
+    RunPlain(*mState, "PRAGMA foreign_keys = OFF");
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
     AsOne(*mState, [&] {
         const std::string ownIndexes =
@@ -320,6 +321,7 @@ void Connection::BeginBulkLoad() {
 void Connection::EndBulkLoad(const std::function<void()>& progress) {
     if (!IsBulkLoading())
         return;
+    RunPlain(*mState, "PRAGMA foreign_keys = ON");
     const ProgressHandler handler(mState->database, progress);
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
     AsOne(*mState, [&] {
@@ -328,8 +330,7 @@ void Connection::EndBulkLoad(const std::function<void()>& progress) {
             if (sql.starts_with(kCreate))
                 RunPlain(*mState, "CREATE INDEX IF NOT EXISTS " + sql.substr(kCreate.size()));
         RunPlain(*mState, "DROP TABLE " + table);
-    });
-}
+    });}
 
 sqlite3* Connection::Handle() const {
     return mState->database;

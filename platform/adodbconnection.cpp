@@ -330,7 +330,8 @@ void Connection::EndBulkLoad(const std::function<void()>& progress) {
             if (sql.starts_with(kCreate))
                 RunPlain(*mState, "CREATE INDEX IF NOT EXISTS " + sql.substr(kCreate.size()));
         RunPlain(*mState, "DROP TABLE " + table);
-    });}
+    });
+}
 
 sqlite3* Connection::Handle() const {
     return mState->database;

@@ -146,7 +146,7 @@ std::string ShortName(const std::string& name, std::size_t width) {
     for (const char letter : name)
         hash = (hash ^ static_cast<unsigned char>(letter)) * 16777619U;
     std::array<char, 8> digits{};
-    std::snprintf(digits.data(), digits.size(), "-%05X", hash & 0xFFFFFU);
+    (void)std::snprintf(digits.data(), digits.size(), "-%05X", hash & 0xFFFFFU);
     return name.substr(0, width - 6) + digits.data();
 }
 

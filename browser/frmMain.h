@@ -4,12 +4,13 @@
 // and hides it, but does not destroy it.
 // Its files: frmMain.cpp the frame's life, frmMainCommands.cpp menus and their availability,
 // frmMainLayout.cpp the arrangement, frmMainView.cpp the view commands, frmMainTree.cpp the tree and the
-// machine overview, frmMainPopup.cpp the mouse's right button.
+// machine overview, frmMainList.cpp what is done to the list, frmMainPopup.cpp the pop-up menus.
 #pragma once
 
 #include "browser/Commands.h"
 #include "core/DatabaseSession.h"
 #include "core/MainForm.h"
+#include "import/ImportCommands.h"
 #include "platform/clock.h"
 #include "platform/prompts.h"
 #include "platform/settings.h"
@@ -21,6 +22,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 class ListView;
 enum class ListStyle : std::uint8_t;
@@ -51,7 +53,12 @@ public:
     void ProgressMaximum(int maximum) override;
     void ProgressValue(int value) override;
     void Pointer(MousePointer pointer) override;
+    QWidget* OwnerWindow() override { return this; }
     int ShowConf() const override { return mShowConf; }
+    std::string ListItemText(std::size_t row) const override;
+    std::vector<std::size_t> SelectedListItems() const override;
+    bool CheckIfSelected() const override;
+    void Activate() override;
     bool ConnectSinDatabase(const std::string& path) override;
     void OpenSinDatabase() override;
     void CloseSinDatabase(bool clearPath) override;
@@ -69,11 +76,21 @@ public:
     void NodeClick(const QModelIndex& node);
     /// Fills an empty list with the overview of all machines.
     void DisplayUsers(ListView& list);
+    /// Goes to the node that the list's current row stands for, if any.
+    void lvListView_DblClick();
+    /// Sorts the list by the column, from 0, or turns its order round.
+    void lvListView_ColumnClick(int column);
 
     void mnuSelectDatabase();
     void mnuNewDatabase();
     void mnuCloseDatabase();
+    void mnuImport();
+    void mnuQuickImport();
+    void mnuPopRImport();
     void mnuFileClose();
+    /// Puts the selected rows, or all where none is, on the clipboard as text with tabs.
+    void mnuCopy();
+    void mnuProperties();
     void mnuViewToolbar();
     void mnuViewStatusBar();
     void mnuProgress();
@@ -97,6 +114,7 @@ private:
     void AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus);
     QAction* AddItem(const CommandRow& row, QMenu& menu);
     void Run(ClickHandler click, int index, std::string_view caption);
+    void ComesLater(std::string_view caption);
     QAction& Action(std::string_view name) const;
     void SetEnabled(CommandNames names, bool isEnabled);
 
@@ -131,6 +149,7 @@ private:
     const Clock& mClock;
     std::string mProgramFolder;
     DatabaseSession mSession;
+    ImportCommands mImport;
     std::function<void()> mOnExit;
     bool mIsLoaded = true;
     bool mHasHourglass = false;

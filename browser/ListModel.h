@@ -31,8 +31,6 @@ public:
     void AddRow(std::string_view key, std::string_view text, Image icon);
     /// The text of column `column`, from 1, of the row added last.
     void SetSubItem(int column, std::string_view text);
-    void Sort(int column, Qt::SortOrder order);
-    void Filter(const std::string& text);
     /// Shows the rows added so far.
     void Publish();
     /// Forgets the rows and gives their memory back.

@@ -152,7 +152,8 @@ void ImportCommands::ImportSelectedMachines(const std::string& folder) {
     std::string last;
     for (const std::size_t row : mContext.form.SelectedListItems()) {
         const std::string machine = mContext.form.ListItemText(row);
-        if (machine == last)
+        // No name at all would import the whole folder.
+        if (machine == last || machine.empty())
             continue;
         last = machine;
         // A machine that fails has had its box by then; the others are imported all the same.

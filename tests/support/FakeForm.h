@@ -5,7 +5,9 @@
 
 #include "core/DatabaseSession.h"
 #include "core/MainForm.h"
+#include "platform/errors.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,7 +25,11 @@ public:
     std::string ListItemText(std::size_t row) const override { return rows.at(row); }
     std::vector<std::size_t> SelectedListItems() const override { return selected; }
     bool CheckIfSelected() const override { return !selected.empty(); }
-    void Activate() override { told += "activate\n"; }
+    void Activate() override {
+        if (failure)
+            throw RunTimeError(*failure);
+        told += "activate\n";
+    }
     bool ConnectSinDatabase(const std::string& path) override { return session->ConnectSinDatabase(path); }
     void OpenSinDatabase() override { told += "tree\n"; }
     void CloseSinDatabase(bool clearPath) override { session->CloseSinDatabase(clearPath); }
@@ -39,6 +45,8 @@ public:
     std::string told;
     std::vector<int> progress;
     int progressMaximum = 0;
+    /// Raised by Activate.
+    std::optional<RunTimeError> failure;
     /// The list: texts of the first column, and which rows are selected.
     std::vector<std::string> rows;
     std::vector<std::size_t> selected;

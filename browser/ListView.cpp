@@ -54,6 +54,10 @@ void ListView::AddRow(std::string_view key, std::string_view text, Image icon) {
     mModel.AddRow(key, text, icon);
 }
 
+void ListView::AddCountedRow(std::string_view key, std::string_view text, Image icon) {
+    mModel.AddCountedRow(key, text, icon);
+}
+
 void ListView::SetSubItem(int column, std::string_view text) {
     mModel.SetSubItem(column, text);
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "browser/ListModel.h"
+#include "browser/ListSink.h"
 
 #include <QString>
 #include <QWidget>
@@ -20,7 +21,7 @@ class QStackedWidget;
 
 enum class ListStyle : std::uint8_t { LargeIcons = 0, SmallIcons = 1, List = 2, Details = 3 };
 
-class ListView final : public QWidget {
+class ListView final : public QWidget, public ListSink {
     Q_OBJECT
 public:
     explicit ListView(QWidget* parent = nullptr);
@@ -30,10 +31,10 @@ public:
     /// Whether the icons flow anew when the window's size changes, or stay where they are.
     void Arrange(bool automatic);
 
-    void AddColumn(std::string_view caption, int width);
-    /// See ListModel.
-    void AddRow(std::string_view key, std::string_view text, Image icon);
-    void SetSubItem(int column, std::string_view text);
+    void AddColumn(std::string_view caption, int width) override;
+    void AddRow(std::string_view key, std::string_view text, Image icon) override;
+    void AddCountedRow(std::string_view key, std::string_view text, Image icon) override;
+    void SetSubItem(int column, std::string_view text) override;
     void ClearItems();
     void ClearColumns();
 

@@ -150,10 +150,6 @@ void frmMain::ShowUnknownNode() {
     mPrompts.MsgBox("You have clicked on a sub-tree that is not supported??", MsgBoxStyle::kOKOnly, "");
 }
 
-void frmMain::ShowCategory(const std::string& /*key*/) {
-    StatusText("This list comes with a later version.");
-}
-
 void frmMain::DisplayUsers(ListView& list) {
     Guarded("Error#", [&] { ListUsers(list); });
 }

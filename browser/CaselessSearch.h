@@ -5,7 +5,6 @@
 
 #include <QString>
 
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -22,8 +21,8 @@ private:
 
     /// With ASCII letters in lower case.
     std::string mFolded;
-    /// The bytes that the first one of mFolded stands for.
-    std::array<bool, 256> mBegins{};
+    /// The first byte of mFolded in both cases; one form where it has none.
+    std::string mBeginnings;
     /// What only a text with such letters can hold; empty where all is ASCII.
     QString mBeyondASCII;
 };

@@ -37,9 +37,9 @@ enum class RowKey : std::uint8_t {
     None,
     /// The machine's name and the category, for a list of one row a machine: the key of the machine's node.
     Machine,
-    /// The same with the row's number behind, counted from 0.
+    /// The same with the row's number behind, from 0: a machine has many rows, and a key may stand but once.
     Counted,
-    /// "DEV_" and the device's identifier and machine, at positions 0 and 1.
+    /// "DEV_", the device's identifier, which stands at position 0, "_" and the machine's name.
     Device,
 };
 

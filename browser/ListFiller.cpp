@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/ListFiller.h"
 
-#include <array>
-#include <charconv>
 #include <utility>
 
 namespace {
@@ -32,48 +30,35 @@ void ListFiller::Fill(const ColumnList& definition, const std::string& machine, 
 }
 
 void ListFiller::AddRow(const ColumnList& definition, const ADODB::FieldList& row) {
-    MakeKey(definition, row);
-    Step(row.Item(definition.machinePosition).Text());
+    const std::string_view machine = row.Item(definition.machinePosition).Text();
+    if (mProgress)
+        Step(machine);
     const ListColumn& first = definition.columns.front();
-    const std::string_view text = DisplayText(first.rule, row.Item(first.position), mBuffer);
-    if (definition.key == RowKey::Counted)
-        mList.AddCountedRow(mKey, text, definition.icon);
-    else
-        mList.AddRow(mKey, text, definition.icon);
+    // A name that is there shows as it is under the rules of these columns; it need not be read again.
+    const std::string_view text = first.position == definition.machinePosition && !machine.empty()
+                                      ? machine
+                                      : DisplayText(first.rule, row.Item(first.position), mBuffer);
+    switch (definition.key) {
+        case RowKey::None:
+            mList.AddRow({}, text, definition.icon);
+            break;
+        case RowKey::Machine:
+            mList.AddRow(std::string(machine) + std::string(definition.keyEnd), text, definition.icon);
+            break;
+        case RowKey::Counted:
+            mList.AddCountedRow(machine, definition.keyEnd, text, definition.icon);
+            break;
+        case RowKey::Device:
+            mList.AddRow("DEV_" + std::string(row.Item(std::size_t{0}).Text()) + "_" + std::string(machine),
+                         text, definition.icon);
+            break;
+    }
     int subItem = 0;
     for (const ListColumn& column : definition.columns.subspan(1))
         mList.SetSubItem(++subItem, DisplayText(column.rule, row.Item(column.position), mBuffer));
 }
 
-void ListFiller::MakeKey(const ColumnList& definition, const ADODB::FieldList& row) {
-    mKey.clear();
-    switch (definition.key) {
-        case RowKey::None:
-            break;
-        case RowKey::Machine:
-            mKey += row.Item(definition.machinePosition).Text();
-            mKey += definition.keyEnd;
-            break;
-        case RowKey::Counted: {
-            mKey += row.Item(definition.machinePosition).Text();
-            mKey += definition.keyEnd;
-            std::array<char, 12> digits;
-            const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), mCounter++);
-            mKey.append(digits.data(), end.ptr);
-            break;
-        }
-        case RowKey::Device:
-            mKey += "DEV_";
-            mKey += row.Item(std::size_t{0}).Text();
-            mKey += '_';
-            mKey += row.Item(std::size_t{1}).Text();
-            break;
-    }
-}
-
 void ListFiller::Step(std::string_view machine) {
-    if (!mProgress)
-        return;
     if (machine != mMachine || mMachines == 0) {
         mMachine = machine;
         ++mMachines;

@@ -32,7 +32,6 @@ private:
     std::shared_ptr<ADODB::Recordset> Open(const ListQuery& query, const std::string& machine,
                                            std::int16_t confID);
     void AddRow(const ColumnList& definition, const ADODB::FieldList& row);
-    void MakeKey(const ColumnList& definition, const ADODB::FieldList& row);
     void AddLines(const ValueGroup& group, ADODB::Recordset& record, Image icon);
     void Step(std::string_view machine);
 
@@ -41,9 +40,7 @@ private:
     std::shared_ptr<ADODB::Recordset>& mRecordset;
     Progress mProgress;
 
-    std::int32_t mCounter = 0;
     std::int32_t mMachines = 0;
     std::string mMachine;
-    std::string mKey;
     std::string mBuffer;
 };

@@ -7,6 +7,7 @@
 
 #include <QTextDocument>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -19,10 +20,10 @@ QString Shown(std::string_view text) {
 
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
-void ListModel::AddColumn(std::string caption, int width) {
+void ListModel::AddColumn(std::string_view caption, int width) {
     const int column = static_cast<int>(mColumns.size());
     beginInsertColumns({}, column, column);
-    mColumns.push_back({std::move(caption), width});
+    mColumns.push_back({std::string(caption), width});
     endInsertColumns();
 }
 
@@ -30,8 +31,9 @@ void ListModel::AddRow(std::string_view key, std::string_view text, Image icon) 
     mRows.Add(key, text, icon);
 }
 
-void ListModel::AddCountedRow(std::string_view key, std::string_view text, Image icon) {
-    mRows.AddCounted(key, text, icon);
+void ListModel::AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                              Image icon) {
+    mRows.AddCounted(machine, keyEnd, text, icon);
 }
 
 void ListModel::SetSubItem(int column, std::string_view text) {
@@ -106,19 +108,14 @@ void ListModel::Sort(int column, Qt::SortOrder order) {
 
 /// Orders all rows anew, and those that the filter has left with them.
 void ListModel::Rearrange() {
-    mOrder =
-        mSortColumn < 0 ? RowNumbers() : RowsInOrder(mRows, mSortColumn, mSortOrder == Qt::DescendingOrder);
+    const bool isDescending = mSortOrder == Qt::DescendingOrder;
+    mOrder = mSortColumn < 0 ? RowNumbers() : RowsInOrder(mRows, mSortColumn, isDescending);
     if (mFiltered.empty())
         return;
-    std::vector<bool> isLeft(mRows.Count());
-    for (const std::uint32_t row : mFiltered.back().rows)
-        isLeft[row] = true;
-    mFiltered.erase(mFiltered.begin(), mFiltered.end() - 1);
-    RowNumbers& left = mFiltered.back().rows;
-    left.clear();
-    for (std::uint32_t place = 0; place < mPublished; ++place)
-        if (const std::uint32_t row = mOrder.empty() ? place : mOrder[place]; isLeft[row])
-            left.push_back(row);
+    const std::vector<bool> isLeft = Left();
+    std::string text = std::move(mFiltered.back().text);
+    mFiltered.clear();
+    mFiltered.push_back({std::move(text), ShownOf(isLeft)});
 }
 
 void ListModel::Filter(const std::string& text) {
@@ -134,19 +131,37 @@ void ListModel::Filter(const std::string& text) {
     endResetModel();
 }
 
-/// Looks for the filter's text in the rows that are left.
+/// Looks for the filter's text in the rows that are left: in the order in which they are stored, since a
+/// walk in any other order waits for the memory at each row.
 void ListModel::Narrow() {
     if (mFilter.empty())
         return;
     const CaselessSearch search(mFilter);
-    RowNumbers left;
-    for (std::size_t shown = 0; shown < Rows(); ++shown) {
-        const std::size_t row = Stored(shown);
-        if (mRows.AnyCell(row, [&search](std::string_view cell) { return search.IsIn(cell); }))
-            left.push_back(static_cast<std::uint32_t>(row));
-    }
-    left.shrink_to_fit();
-    mFiltered.push_back({mFilter, std::move(left)});
+    const auto isFound = [&search](std::string_view cell) { return search.IsIn(cell); };
+    std::vector<bool> isLeft = Left();
+    for (std::size_t row = 0; row < isLeft.size(); ++row)
+        if (isLeft[row])
+            isLeft[row] = mRows.AnyCell(row, isFound);
+    mFiltered.push_back({mFilter, ShownOf(isLeft)});
+}
+
+/// Of each row, whether the filter has left it so far.
+std::vector<bool> ListModel::Left() const {
+    std::vector<bool> isLeft(mRows.Count(), mFiltered.empty());
+    if (!mFiltered.empty())
+        for (const std::uint32_t row : mFiltered.back().rows)
+            isLeft[row] = true;
+    return isLeft;
+}
+
+/// Those of the rows shown for which `isLeft` holds, in their order.
+ListModel::RowNumbers ListModel::ShownOf(const std::vector<bool>& isLeft) const {
+    RowNumbers rows;
+    rows.reserve(static_cast<std::size_t>(std::count(isLeft.begin(), isLeft.end(), true)));
+    for (std::size_t shown = 0; shown < Rows(); ++shown)
+        if (const std::size_t row = Stored(shown); isLeft[row])
+            rows.push_back(static_cast<std::uint32_t>(row));
+    return rows;
 }
 
 const ListModel::RowNumbers* ListModel::ShownRows() const {

@@ -5,8 +5,8 @@
 // Sort and Filter, and a row that is filtered out has none.
 #pragma once
 
-#include "browser/ImageKeys.h"
 #include "browser/ListRows.h"
+#include "browser/ListSink.h"
 
 #include <QAbstractTableModel>
 
@@ -22,16 +22,16 @@ struct ListColumnHeader {
     int width;
 };
 
-class ListModel final : public QAbstractTableModel {
+class ListModel final : public QAbstractTableModel, public ListSink {
     Q_OBJECT
 public:
     explicit ListModel(QObject* parent = nullptr);
 
-    void AddColumn(std::string caption, int width);
-    /// See ListSink.
-    void AddRow(std::string_view key, std::string_view text, Image icon);
-    void AddCountedRow(std::string_view key, std::string_view text, Image icon);
-    void SetSubItem(int column, std::string_view text);
+    void AddColumn(std::string_view caption, int width) override;
+    void AddRow(std::string_view key, std::string_view text, Image icon) override;
+    void AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                       Image icon) override;
+    void SetSubItem(int column, std::string_view text) override;
     /// Shows the rows added so far.
     void Publish();
     /// Forgets the rows and gives their memory back. The next ones are sorted and filtered as these were.
@@ -51,7 +51,7 @@ public:
 
     std::size_t Rows() const;
     const std::vector<ListColumnHeader>& Columns() const { return mColumns; }
-    std::string_view Key(std::size_t row) const { return mRows.Key(Stored(row)); }
+    std::string Key(std::size_t row) const { return mRows.Key(Stored(row)); }
     /// Empty for a sub-item that was never set.
     std::string_view Text(std::size_t row, int column) const { return mRows.Text(Stored(row), column); }
     Image Icon(std::size_t row) const { return mRows.Icon(Stored(row)); }
@@ -74,6 +74,8 @@ private:
     /// The number in mRows of a row that is shown.
     std::size_t Stored(std::size_t row) const;
     const RowNumbers* ShownRows() const;
+    std::vector<bool> Left() const;
+    RowNumbers ShownOf(const std::vector<bool>& isLeft) const;
     void Narrow();
     void Rearrange();
     void ForgetRows();

@@ -25,24 +25,47 @@ std::uint32_t Hash(std::string_view key) {
 void ListRows::Add(std::string_view key, std::string_view text, Image icon) {
     if (!key.empty())
         EnterKey(key);
-    AddCounted(key, text, icon);
-}
-
-void ListRows::AddCounted(std::string_view key, std::string_view text, Image icon) {
-    mRows.push_back(mEnd);
-    Reserve(kHead);
-    mEnd[0] = static_cast<char>(icon);
-    mEnd[1] = 0;
-    mEnd += kHead;
+    Begin(icon, kStored);
     Append(key);
     Append(text);
+}
+
+void ListRows::AddCounted(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                          Image icon) {
+    const char kind = machine == text ? KeyKind(keyEnd) : kStored;
+    const std::size_t number = mRows.size();
+    Begin(icon, kind);
+    if (kind == kStored)
+        Append(std::string(machine) + std::string(keyEnd) + std::to_string(number));
+    Append(text);
+}
+
+/// kStored where there are too many.
+char ListRows::KeyKind(std::string_view keyEnd) {
+    const auto known = std::find(mKeyEnds.begin(), mKeyEnds.end(), keyEnd);
+    const auto place = static_cast<std::size_t>(known - mKeyEnds.begin());
+    if (known == mKeyEnds.end()) {
+        if (place == kMostKeyEnds)
+            return kStored;
+        mKeyEnds.emplace_back(keyEnd);
+    }
+    return static_cast<char>(place + 1);
+}
+
+void ListRows::Begin(Image icon, char keyKind) {
+    mRows.push_back(mEnd);
+    Reserve(kHead);
+    mEnd[kIcon] = static_cast<char>(icon);
+    mEnd[kKey] = keyKind;
+    mEnd[kCells] = 0;
+    mEnd += kHead;
 }
 
 void ListRows::SetSubItem(int column, std::string_view text) {
     if (mRows.empty() || column < 1 || column >= kMostColumns)
         Raise(Errors::kInvalidCall);
-    // The key stands before the cells.
-    const int cells = static_cast<unsigned char>(mRows.back()[1]) - 1;
+    const char* const row = mRows.back();
+    const int cells = static_cast<unsigned char>(row[kCells]) - (row[kKey] == kStored ? 1 : 0);
     if (column < cells)
         return SetAgain(column, text);
     for (int missing = cells; missing < column; ++missing)
@@ -52,30 +75,32 @@ void ListRows::SetSubItem(int column, std::string_view text) {
 
 /// The row stands at the store's end, so its rest is written anew.
 void ListRows::SetAgain(int column, std::string_view text) {
+    char* const begin = mRows.back();
     std::vector<std::string> row;
-    for (Cells cells(mRows.back()); !cells.AtEnd();)
+    for (Cells cells(begin); !cells.AtEnd();)
         row.emplace_back(cells.Next());
-    row.at(static_cast<std::size_t>(column) + 1) = text;
-    mEnd = mRows.back() + kHead;
-    mRows.back()[1] = 0;
+    row.at(static_cast<std::size_t>(column) + (begin[kKey] == kStored ? 1 : 0)) = text;
+    mEnd = begin + kHead;
+    begin[kCells] = 0;
     for (const std::string& cell : row)
         Append(cell);
 }
 
 void ListRows::Append(std::string_view cell) {
     Reserve(kLongestLength + cell.size());
+    // Kept out of the members meanwhile, which the bytes written might alias.
+    char* at = mEnd;
     std::size_t length = cell.size();
     for (; length >= kMoreBit; length >>= kLengthBits)
-        *mEnd++ = static_cast<char>((length & (kMoreBit - 1)) | kMoreBit);
-    *mEnd++ = static_cast<char>(length);
-    mEnd = std::copy(cell.begin(), cell.end(), mEnd);
-    ++mRows.back()[1];
+        *at++ = static_cast<char>((length & (kMoreBit - 1)) | kMoreBit);
+    *at++ = static_cast<char>(length);
+    if (!cell.empty())
+        std::memcpy(at, cell.data(), cell.size());
+    mEnd = at + cell.size();
+    ++mRows.back()[kCells];
 }
 
-/// Moves the last row to a new block where the present one has no room left for it.
-void ListRows::Reserve(std::size_t bytes) {
-    if (static_cast<std::size_t>(mLimit - mEnd) >= bytes)
-        return;
+void ListRows::MoveToNewBlock(std::size_t bytes) {
     const auto begun = static_cast<std::size_t>(mEnd - mRows.back());
     const std::size_t size = std::max(kBlock, begun + bytes);
     char* const block = mBlocks.emplace_back(std::make_unique_for_overwrite<char[]>(size)).get();
@@ -118,22 +143,25 @@ void ListRows::Clear() {
     *this = ListRows();
 }
 
-std::string_view ListRows::Key(std::size_t row) const {
-    return Cells(mRows.at(row)).Next();
+std::string ListRows::Key(std::size_t row) const {
+    const char* const begin = mRows.at(row);
+    std::string key(Cells(begin).Next());
+    if (begin[kKey] != kStored)
+        key += mKeyEnds[static_cast<std::size_t>(begin[kKey]) - 1] + std::to_string(row);
+    return key;
 }
 
 std::string_view ListRows::Text(std::size_t row, int column) const {
-    Cells cells(mRows.at(row));
-    cells.Next();
+    Cells cells = TextsOf(mRows.at(row));
     for (; column > 0 && !cells.AtEnd(); --column)
         cells.Next();
     return cells.AtEnd() ? std::string_view() : cells.Next();
 }
 
 Image ListRows::Icon(std::size_t row) const {
-    return static_cast<Image>(mRows.at(row)[0]);
+    return static_cast<Image>(mRows.at(row)[kIcon]);
 }
 
 std::size_t ListRows::MemoryUsed() const {
-    return mBlockBytes + mRows.capacity() * sizeof(char*) + mKeys.capacity() * sizeof(KeySlot);
+    return mBlockBytes + mRows.size() * sizeof(char*) + mKeys.capacity() * sizeof(KeySlot);
 }

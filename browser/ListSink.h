@@ -14,10 +14,11 @@ public:
     /// Adds a row with the text of its first column. Raises error 35602 where another row has the same key;
     /// an empty key is none.
     virtual void AddRow(std::string_view key, std::string_view text, Image icon) = 0;
-    /// The same for a key that ends in "?" and a number which no other row of the list ends in. No two such
-    /// keys can be equal, whatever stands in front, so they are not compared: that alone would take as long
-    /// as the rest of a million rows.
-    virtual void AddCountedRow(std::string_view key, std::string_view text, Image icon) = 0;
+    /// Adds a row whose key is `machine`, `keyEnd`, which ends in "?", and the number of rows before it. No
+    /// two such keys can be equal, whatever stands in front of the number, so they are neither compared nor
+    /// held: that alone would take as long as the rest of a million rows.
+    virtual void AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                               Image icon) = 0;
     /// The text of column `column`, from 1, of the row added last.
     virtual void SetSubItem(int column, std::string_view text) = 0;
 

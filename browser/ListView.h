@@ -33,7 +33,8 @@ public:
 
     void AddColumn(std::string_view caption, int width) override;
     void AddRow(std::string_view key, std::string_view text, Image icon) override;
-    void AddCountedRow(std::string_view key, std::string_view text, Image icon) override;
+    void AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                       Image icon) override;
     void SetSubItem(int column, std::string_view text) override;
     void ClearItems();
     void ClearColumns();

@@ -23,7 +23,9 @@ std::string_view FlagText(const ADODB::Field& field, std::string_view ofNull) {
 }
 
 std::string_view TextOr(std::string_view ofNull, const ADODB::Field& field) {
-    return field.IsNull() ? ofNull : field.Text();
+    // Asking an empty text alone whether it is Null halves what a cell costs.
+    const std::string_view text = field.Text();
+    return text.empty() && field.IsNull() ? ofNull : text;
 }
 
 std::string_view NotNull(const ADODB::Field& field) {

@@ -19,17 +19,14 @@ public:
     ~ProgressBar() { mForm.ProgressValue(0); }
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
-    void Value(int value) {
-        if (value != mValue)
-            mForm.ProgressValue(mValue = value);
-    }
+    void Value(int value) { mForm.ProgressValue(value); }
 
 private:
     MainForm& mForm;
-    int mValue = 0;
 };
 
-/// The bar counts machines: how many rows there will be is known only when all were read.
+/// The bar counts machines: how many rows there will be is known only when all were read. It moves when it
+/// can be seen to, since each move repaints it.
 template <class Definition>
 void Fill(MainForm& form, ListView& list, const Definition& definition, const std::string& machine,
           std::int16_t confID) {
@@ -37,8 +34,8 @@ void Fill(MainForm& form, ListView& list, const Definition& definition, const st
     ProgressBar bar(form, gMachineCount);
     const ListFill fill(list);
     ListFiller(list, gConnection, gRecordset, [&](std::int32_t machines) {
-        bar.Value(std::min(machines, gMachineCount));
-        work.Step();
+        if (work.Step())
+            bar.Value(machines);
     }).Fill(definition, machine, confID);
 }
 

@@ -66,7 +66,7 @@ void ListView::Arrange(bool automatic) {
 }
 
 void ListView::AddColumn(std::string_view caption, int width) {
-    mModel.AddColumn(std::string(caption), width);
+    mModel.AddColumn(caption, width);
     const int column = mModel.columnCount() - 1;
     QHeaderView& header = *mDetails->header();
     // A larger font must not cut the caption off.
@@ -75,6 +75,11 @@ void ListView::AddColumn(std::string_view caption, int width) {
 
 void ListView::AddRow(std::string_view key, std::string_view text, Image icon) {
     mModel.AddRow(key, text, icon);
+}
+
+void ListView::AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                             Image icon) {
+    mModel.AddCountedRow(machine, keyEnd, text, icon);
 }
 
 void ListView::SetSubItem(int column, std::string_view text) {

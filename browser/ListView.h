@@ -5,6 +5,7 @@
 #pragma once
 
 #include "browser/ListModel.h"
+#include "browser/ListSink.h"
 
 #include <QString>
 #include <QWidget>
@@ -22,7 +23,7 @@ class QStackedWidget;
 
 enum class ListStyle : std::uint8_t { LargeIcons = 0, SmallIcons = 1, List = 2, Details = 3 };
 
-class ListView final : public QWidget {
+class ListView final : public QWidget, public ListSink {
     Q_OBJECT
 public:
     explicit ListView(QWidget* parent = nullptr);
@@ -32,10 +33,11 @@ public:
     /// Whether the icons flow anew when the window's size changes, or stay where they are.
     void Arrange(bool automatic);
 
-    void AddColumn(std::string_view caption, int width);
-    /// See ListModel.
-    void AddRow(std::string_view key, std::string_view text, Image icon);
-    void SetSubItem(int column, std::string_view text);
+    void AddColumn(std::string_view caption, int width) override;
+    void AddRow(std::string_view key, std::string_view text, Image icon) override;
+    void AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                       Image icon) override;
+    void SetSubItem(int column, std::string_view text) override;
     void ClearItems();
     /// Forgets how the list was sorted and what was sought in it, too: the next one stands in its own order.
     void ClearColumns();

@@ -4,7 +4,8 @@
 // and hides it, but does not destroy it.
 // Its files: frmMain.cpp the frame's life, frmMainCommands.cpp menus and their availability,
 // frmMainLayout.cpp the arrangement, frmMainView.cpp the view commands, frmMainTree.cpp the tree and the
-// machine overview, frmMainList.cpp what is done to the list, frmMainPopup.cpp the pop-up menus.
+// machine overview, frmMainLists.cpp the lists of the categories, frmMainInteraction.cpp what is done to a
+// list, frmMainPopup.cpp the pop-up menus.
 #pragma once
 
 #include "browser/Commands.h"
@@ -80,6 +81,37 @@ public:
     void lvListView_DblClick();
     /// Sorts the list by the column, from 0, or turns its order round.
     void lvListView_ColumnClick(int column);
+
+    /// The lists of the categories, see CategoryLists.h: each fills an empty list, of all machines or of one,
+    /// from configuration `confID`. The two that end in DRVDETIAL belong to the nodes that end in
+    /// ?DRVDETAIL. Failures are the caller's to show; the rows before one stay.
+    void Get_Main(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_CPU_All(ListView& list, std::int16_t confID);
+    void Get_CPU(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEV_All(ListView& list, std::int16_t confID);
+    void Get_DEV(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEVDISP_All(ListView& list, std::int16_t confID);
+    void Get_DEVDISP(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEVMB_All(ListView& list, std::int16_t confID);
+    void Get_DEVMB(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEVNET_All(ListView& list, std::int16_t confID);
+    void Get_DEVNET(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DRV_All(ListView& list, std::int16_t confID);
+    void Get_DRV(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DRVDETIAL_All(ListView& list, std::int16_t confID);
+    void Get_DRVDETIAL(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_IO_All(ListView& list, std::int16_t confID);
+    void Get_IO(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_MSO_All(ListView& list, std::int16_t confID);
+    void Get_MSO(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_ODB_All(ListView& list, std::int16_t confID);
+    void Get_ODB(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_OS_All(ListView& list, std::int16_t confID);
+    void Get_OS(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_PRN_All(ListView& list, std::int16_t confID);
+    void Get_PRN(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_UNI_All(ListView& list, std::int16_t confID);
+    void Get_UNI(ListView& list, const std::string& machine, std::int16_t confID);
 
     void mnuSelectDatabase();
     void mnuNewDatabase();

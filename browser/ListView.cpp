@@ -182,8 +182,8 @@ void ListView::Filter(const QString& text) {
 void ListView::GoToRows() {
     QAbstractItemView& view = CurrentView();
     view.setFocus();
-    if (!view.currentIndex().isValid() && mModel.rowCount() > 0)
-        view.setCurrentIndex(mModel.index(0, 0));
+    if (!HasSelection() && mModel.rowCount() > 0)
+        view.setCurrentIndex(view.currentIndex().isValid() ? view.currentIndex() : mModel.index(0, 0));
 }
 
 bool ListView::HasSelection() const {

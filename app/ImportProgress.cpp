@@ -24,7 +24,10 @@ ImportProgress::ImportProgress() {
     mSinceShown.start();
 }
 
-ImportProgress::~ImportProgress() = default;
+ImportProgress::~ImportProgress() {
+    if (frmSplash* splash = frmSplash::Loaded())
+        splash->Status("Please Wait");
+}
 
 void ImportProgress::DoneSoFarUsers(const std::string& name, double percent) {
     mName = name;

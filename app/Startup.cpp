@@ -11,8 +11,7 @@
 #include "import/cSinImport.h"
 #include "platform/files.h"
 
-#include <QCoreApplication>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QThread>
 #include <QWidget>
 
@@ -25,14 +24,17 @@ constexpr int kPollMilliseconds = 500;
 
 void ScreenPointer(MousePointer pointer) {
     if (pointer == MousePointer::Hourglass)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
     else
-        QGuiApplication::restoreOverrideCursor();
+        QApplication::restoreOverrideCursor();
 }
 
+/// Brings forward whatever windows there are; a box that waits for its answer comes last, and so on top.
 void RaiseWindows() {
-    for (QWidget* window : FormRegistry::Instance().Windows())
-        if (window->isVisible()) {
+    QWidgetList windows = QApplication::topLevelWidgets();
+    windows.append(QApplication::activeModalWidget());
+    for (QWidget* window : windows)
+        if (window != nullptr && window->isVisible() && window->windowType() != Qt::ToolTip) {
             window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
             window->raise();
             window->activateWindow();
@@ -59,7 +61,7 @@ bool Startup::Main() {
     gDatabasePassword = kPassword;
     if (mInstance.IsPrior()) {
         // A desktop that finds windows by their titles must find the first copy's, not this one's.
-        QGuiApplication::setApplicationDisplayName("Close This one");
+        QApplication::setApplicationDisplayName("Close This one");
         mInstance.ActivateFirst();
         return false;
     }
@@ -74,7 +76,7 @@ bool Startup::Main() {
     if (!RebuildDatabase())
         return true;
     mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mProgramFolder);
-    mForm->OnExit([] { QCoreApplication::exit(0); });
+    mForm->OnExit([] { QApplication::exit(0); });
     gMainForm = mForm.get();
     mForm->Load();
     mForm->OpenSinDatabase();
@@ -107,28 +109,28 @@ void Startup::ApplySwitch() {
 }
 
 void Startup::ShowSplash() {
-    const std::string lblStatus = "Please Wait";
     auto* const splash = new frmSplash;
-    splash->Status(lblStatus);
+    splash->Status("Please Wait");
     splash->show();
     splash->repaint();
     splash->TimerEnabled(false);
 }
 
 void Startup::RunCollector() {
-    const std::unique_ptr<RunningProcess> collector = mProcesses.Shell(Beside("Movanta.exe"), {});
+    const std::unique_ptr<RunningProcess> collector =
+        mProcesses.Shell(FindFile(mProgramFolder, "Movanta.exe").value_or(Beside("Movanta.exe")), {});
     int exitCode = RunningProcess::kStillActive;
     do {
         exitCode = collector->ExitCode();
-        QCoreApplication::processEvents();
+        QApplication::processEvents();
         QThread::msleep(kPollMilliseconds);
     } while (exitCode == RunningProcess::kStillActive);
 }
 
 bool Startup::RebuildDatabase() {
     const std::string database = Beside("Demodb.mdb");
-    const std::string emptyDatabase = Beside("Template.sdb");
-    if (!FileExists(emptyDatabase)) {
+    const std::optional<std::string> emptyDatabase = FindFile(mProgramFolder, "Template.sdb");
+    if (!emptyDatabase) {
         mPrompts.MsgBox(
             "Movanta Demo has not been installed properly!\r\n'Template.sdb' file is missing from "
             "the '" +
@@ -137,7 +139,7 @@ bool Startup::RebuildDatabase() {
         return false;
     }
     DeleteDatabase(database);
-    CopyFile(emptyDatabase, database);
+    CopyFile(*emptyDatabase, database);
     gDatabasePath = WithoutNuls(database);
     return true;
 }

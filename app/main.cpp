@@ -13,7 +13,8 @@ int main(int argc, char** argv) {
     Application application(argc, argv);
     QtPrompts prompts;
     Application::ShowFailuresBy(&prompts);
-    Application::BeforeFailing([] {
+    Application::BeforeShowing([] { FormRegistry::Instance().Unload("frmSplash"); });
+    Application::AfterShowing([] {
         if (gConnection)
             gConnection->Close();
     });
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
         Startup startup(folder, commandLine, settings, prompts, processes, clock, instance);
         if (!startup.Main() || FormRegistry::Instance().Windows().empty())
             return 0;
+        prompts.Owner(FormRegistry::Instance().Find("frmMain"));
         FormRegistry::Instance().OnLastUnloaded([] { Application::exit(0); });
         return Application::exec();
     });

@@ -19,10 +19,12 @@ namespace {
 class Database {
 public:
     explicit Database(const std::string& path) {
-        if (sqlite3_open(path.c_str(), &mHandle) != SQLITE_OK)
+        if (sqlite3_open_v2(path.c_str(), &mHandle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
+            SQLITE_OK)
             throw std::runtime_error(sqlite3_errmsg(mHandle));
-        for (const char* pragma : {"PRAGMA foreign_keys = ON", "PRAGMA synchronous = NORMAL",
-                                   "PRAGMA cache_size = -32000", "PRAGMA cell_size_check = ON"})
+        for (const char* pragma :
+             {"PRAGMA foreign_keys = ON", "PRAGMA synchronous = NORMAL", "PRAGMA cache_size = -32000",
+              "PRAGMA wal_autocheckpoint = 4000", "PRAGMA cell_size_check = ON"})
             Run(pragma);
         for (const TableDefinition& table : InventoryTables()) {
             std::string sql = "INSERT INTO \"" + std::string(table.name) + "\" VALUES (";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the import in ratios, each taken in this one run and printed beside its limit:
-// against the bare writer, per machine at five times the machines, and in the rows of one file.
+// against the bare writer, per machine at ten times the machines, and in the rows of one file.
 // bench_import [machines]; 2000 where none are given. Ends with 1 where a limit is missed.
 #include "bench/BareWriter.h"
 #include "bench/Measure.h"

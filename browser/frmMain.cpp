@@ -317,6 +317,8 @@ void frmMain::Guarded(const std::string& title, const std::function<void()>& wor
     try {
         work();
     } catch (const RunTimeError& error) {
+        // While the program starts, the top-most splash would cover the box.
+        FormRegistry::Instance().Unload("frmSplash");
         mPrompts.MsgBox(error.description, MsgBoxStyle::kCritical, title + NumberText(error.number));
     }
 }

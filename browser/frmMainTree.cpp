@@ -7,6 +7,7 @@
 #include "browser/MachineAge.h"
 #include "browser/TreeModel.h"
 #include "browser/frmMain.h"
+#include "core/FormRegistry.h"
 #include "core/Globals.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -50,7 +51,12 @@ std::string_view RetrieveState(const DirectoryListing& folder, const std::string
     const std::optional<std::string> file = folder.Find(machine + ".PNF");
     if (!file)
         return "";
-    return FileLength(JoinPath(gImportDir, *file)) == 0 ? "Marked" : "Retrieved";
+    try {
+        return FileLength(JoinPath(gImportDir, *file)) == 0 ? "Marked" : "Retrieved";
+    } catch (const RunTimeError&) {
+        // A collector has taken it away since the folder was listed.
+        return "";
+    }
 }
 
 } // namespace
@@ -60,6 +66,7 @@ void frmMain::OpenSinDatabase() {
         BuildTree();
     } catch (const RunTimeError& error) {
         StatusText("Error opening database...");
+        FormRegistry::Instance().Unload("frmSplash");
         mPrompts.MsgBox(error.description, MsgBoxStyle::kCritical, "Error# " + NumberText(error.number));
     }
     ShowHint();

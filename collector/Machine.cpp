@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstdint>
+#include <cstdio>
 #include <map>
 
 namespace collector {
@@ -137,6 +139,17 @@ bool HasWord(std::string_view list, std::string_view sought) {
     return std::find(words.begin(), words.end(), sought) != words.end();
 }
 
+/// `name` cut to `width`, with five digits of a hash (FNV-1a, 32 bits) at its end: two long names that begin
+/// alike must not share one file.
+std::string ShortName(const std::string& name, std::size_t width) {
+    std::uint32_t hash = 2166136261U;
+    for (const char letter : name)
+        hash = (hash ^ static_cast<unsigned char>(letter)) * 16777619U;
+    std::array<char, 8> digits{};
+    (void)std::snprintf(digits.data(), digits.size(), "-%05X", hash & 0xFFFFFU);
+    return name.substr(0, width - 6) + digits.data();
+}
+
 } // namespace
 
 std::string MachineName(const Sources& sources) {
@@ -144,7 +157,9 @@ std::string MachineName(const Sources& sources) {
     std::string host = sources.ReadLine("/proc/sys/kernel/hostname");
     if (host.empty())
         host = sources.ReadLine("/etc/hostname");
-    std::string name = Upper(std::string_view(host).substr(0, host.find('.'))).substr(0, width);
+    std::string name = Upper(std::string_view(host).substr(0, host.find('.')));
+    if (name.size() > width)
+        name = ShortName(name, width);
     for (char& letter : name)
         if (std::isalnum(static_cast<unsigned char>(letter)) == 0 && letter != '_')
             letter = '-';

@@ -58,7 +58,9 @@ StartupOptions ReadStartupOptions(const std::filesystem::path& folder) {
 
 std::chrono::seconds TimeToWait(std::chrono::seconds delay, std::optional<std::time_t> logon,
                                 std::time_t now) {
-    if (!logon || *logon > now)
+    if (!logon)
+        return std::chrono::seconds(0);
+    if (*logon > now)
         return delay;
     const std::chrono::seconds passed(now - *logon);
     return std::max(std::chrono::seconds(0), delay - passed);

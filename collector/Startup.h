@@ -23,8 +23,8 @@ StartupOptions ParseStartupOptions(std::string_view text);
 /// The options for a program in `folder`.
 StartupOptions ReadStartupOptions(const std::filesystem::path& folder);
 
-/// What is left of `delay` at `now` after a logon; all of it when the logon is not known, or when the
-/// clock was set back since.
+/// What is left of `delay` at `now` after a logon; all of it when the clock was set back since. Nothing when
+/// the logon is not known: whoever starts the console must not wait for it.
 std::chrono::seconds TimeToWait(std::chrono::seconds delay, std::optional<std::time_t> logon,
                                 std::time_t now);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Small helpers for the line-oriented texts that the kernel and the system's tools keep.
+// What is done again and again with the line-oriented texts that the kernel and the system's tools keep.
 // All work on bytes; the views point into the text that was given.
 #pragma once
 

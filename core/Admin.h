@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Small helpers that every part of the console shares.
+// Texts that every part of the console needs: scrambled ones, short paths, versions.
 #pragma once
 
 #include <string>

@@ -9,8 +9,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 
-#include <array>
-#include <cstdio>
+#include <filesystem>
 
 namespace {
 
@@ -20,6 +19,16 @@ constexpr const char* kTemplateMissing = "Template.sdb Not Found";
 
 std::string Numbered(const std::string& title, int number) {
     return title + std::to_string(number);
+}
+
+/// The date of a text "yyyy-mm-dd" by its positions; a month or day past its range rolls over.
+std::chrono::local_days DateFromPositions(std::string_view text) {
+    const auto number = [text](std::size_t start, std::size_t count) {
+        return start < text.size() ? static_cast<int>(Val(text.substr(start, count))) : 0;
+    };
+    const std::chrono::year_month month =
+        std::chrono::year(number(0, 4)) / std::chrono::January + std::chrono::months(number(5, 2) - 1);
+    return std::chrono::local_days(month / 1) + std::chrono::days(number(8, 2) - 1);
 }
 
 } // namespace
@@ -66,6 +75,8 @@ bool DatabaseSession::ConnectSinDatabase(const std::string& path) {
         gRecordset->Close();
         return true;
     } catch (const RunTimeError& failure) {
+        // A file that is refused is let go of; the recordset ends with its connection.
+        gConnection->Close();
         mUnloadSplash();
         mPrompts.MsgBox(
             "This is either not a MOVA database or it's an incompatible database.\r\n\r\n"
@@ -150,8 +161,8 @@ void DatabaseSession::CreateDatabase() {
         mPrompts, kDatabaseFilter, "Please select a new database name", "mdb", ""));
     if (path.empty())
         return;
-    const std::string emptyDatabase = JoinPath(mProgramFolder, kTemplateName);
-    if (!FileExists(emptyDatabase)) {
+    const std::optional<std::string> emptyDatabase = FindFile(mProgramFolder, kTemplateName);
+    if (!emptyDatabase) {
         mPrompts.MsgBox(
             "MOVA Admin is not installed properly! Please find the 'Template.sdb' file and move "
             "it to the '" +
@@ -161,7 +172,9 @@ void DatabaseSession::CreateDatabase() {
             MsgBoxStyle::kQuestion, kTemplateMissing);
         return;
     }
-    if (FileExists(path)) {
+    if (std::error_code ignored; std::filesystem::equivalent(*emptyDatabase, path, ignored))
+        Raise(Errors::kPermissionDenied, path);
+    if (FindFile(FolderOf(path), FileNameOf(path))) {
         const MsgBoxAnswer answer = mPrompts.MsgBox(
             "Are you sure you want to overwrite " + path + " ?",
             MsgBoxStyle::kYesNo + MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2, "Overwrite?");
@@ -169,7 +182,7 @@ void DatabaseSession::CreateDatabase() {
             return;
     }
     DeleteDatabase(path);
-    CopyFile(emptyDatabase, path);
+    CopyFile(*emptyDatabase, path);
     gDatabasePath = path;
     if (mForm.ConnectSinDatabase(gDatabasePath)) {
         FinishOpening(Age::Tell);
@@ -185,8 +198,9 @@ void DatabaseSession::CreateDatabase() {
 void DatabaseSession::CloseDatabase() {
     Guarded("Error#", [this] {
         mForm.StatusText("Database closed...");
-        mForm.CloseSinDatabase(true);
+        // Closed it is, also where it could not be closed cleanly and a box tells so.
         mForm.DisableDatabaseCommands();
+        mForm.CloseSinDatabase(true);
     });
 }
 
@@ -203,10 +217,8 @@ void DatabaseSession::TellAge() {
     const LocalTime now = mClock.Now();
     if (gLastImportDate >= FormatDate(now, "yyyy-mm-dd") || gLastImportDate == "n/a")
         return;
-    const std::optional<std::chrono::local_days> imported = ParseDate(gLastImportDate);
-    if (!imported)
-        Raise(Errors::kTypeMismatch, gLastImportDate);
-    const auto days = (std::chrono::floor<std::chrono::days>(now) - *imported).count();
+    const auto days =
+        (std::chrono::floor<std::chrono::days>(now) - DateFromPositions(gLastImportDate)).count();
     mForm.StatusText("Your data is " + std::to_string(days) + " day(s) old.");
     mPrompts.Beep();
 }
@@ -215,6 +227,7 @@ void DatabaseSession::Guarded(const std::string& title, const std::function<void
     try {
         road();
     } catch (const RunTimeError& failure) {
+        mUnloadSplash();
         mPrompts.MsgBox(failure.description, MsgBoxStyle::kCritical, Numbered(title, failure.number));
     }
 }

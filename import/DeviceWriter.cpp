@@ -23,6 +23,9 @@ constexpr TaggedColumn kDisplay[] = {{1, "VidMem"}, {2, "DACType"}};
 constexpr TaggedColumn kBoard[] = {{3, "BVer"}, {4, "BUSType"}, {5, "CPU"}, {6, "MachType"}, {7, "Model"}};
 constexpr TaggedColumn kProtocol[] = {{2, "PR"}, {3, "IP"}, {4, "Mk"}, {5, "Gw"}, {6, "WS1"}, {7, "WS2"}};
 
+/// The bytes of "PR0=x;".
+constexpr std::size_t kShortestProtocol = 6;
+
 constexpr std::size_t kCategory = 3;
 constexpr std::size_t kName = 5;
 constexpr std::size_t kDriverDate = 6;
@@ -35,6 +38,7 @@ constexpr std::size_t kClient2 = 9;
 } // namespace
 
 void SectionWriters::InsertDevices(const std::string& machine, ImportType type, int count) {
+    mProtocolRows = 0;
     const std::array<ADODB::Recordset*, 4> all = {&mRows, &mDisplays, &mBoards, &mProtocols};
     try {
         mRows.Source("DEVICEDATA");
@@ -114,6 +118,10 @@ void SectionWriters::InsertProtocols(std::string_view identifier, const Record& 
         return;
     ADODB::FieldList& fields = mProtocols.Fields();
     record.ForEachProtocol(Val(highest), [&](long long number) {
+        // A file has room for this many tags with a value. Only one whose records run into each other can
+        // have more rows, and it could fill the disk.
+        if (++mProtocolRows > mReader.Search().Text().size() / kShortestProtocol)
+            throw RunTimeError(Errors::kDatabase, "There are more protocols than the file can hold");
         const std::string suffix = std::to_string(number);
         mProtocols.AddNew();
         fields.Item(0).SetText(identifier);

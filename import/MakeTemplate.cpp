@@ -14,6 +14,10 @@ int main(int argc, char** argv) {
     try {
         std::filesystem::remove(argv[1]);
         CreateDatabase(argv[1]);
+        // It holds nobody's details, and whoever runs the program must be able to copy it.
+        using std::filesystem::perms;
+        std::filesystem::permissions(
+            argv[1], perms::owner_read | perms::owner_write | perms::group_read | perms::others_read);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s: %s\n", argv[1], failure.what());
         return 1;

@@ -72,5 +72,6 @@ private:
     ADODB::Recordset mBoards;
     ADODB::Recordset mProtocols;
     std::string mScratch;
+    std::size_t mProtocolRows = 0;
     bool mHasAddedRow = false;
 };

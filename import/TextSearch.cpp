@@ -3,64 +3,103 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstring>
+#include <optional>
+#include <tuple>
 
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
+/// How far a plain search may run, and the size of the blocks by which places are noted. Records of real
+/// machines are far shorter.
+constexpr std::size_t kBlock = 4096;
 
-/// Numbered tags, such as "IP12=" and "Client120=", are two or six letters long before their number.
-constexpr std::array<std::size_t, 2> kLettersOfTags = {2, 6};
+constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
 
-/// No number that is ever sought is longer.
-constexpr std::size_t kMostDigits = 20;
+/// The letters of the tags that have a number.
+constexpr std::array<std::string_view, 6> kNumbered = {"PR", "IP", "Mk", "Gw", "WS", "Client"};
 
-bool IsNumberedTag(std::string_view sought) {
-    if (sought.size() < 4 || sought.back() != '=')
-        return false;
-    const std::size_t letters = sought.find_first_of(kDigits);
-    return std::find(kLettersOfTags.begin(), kLettersOfTags.end(), letters) != kLettersOfTags.end() &&
-           sought.find_first_not_of(kDigits, letters) == sought.size() - 1;
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
 }
 
-/// How far a plain search may run; records of real machines are far shorter.
-constexpr std::size_t kNear = 4096;
+/// The number that canonical digits write: no leading zero, and none too long to be ever sought.
+std::optional<std::uint64_t> TagNumber(std::string_view digits) {
+    constexpr std::size_t kMostDigits = 18;
+    if (digits.empty() || digits.size() > kMostDigits || (digits.front() == '0' && digits.size() > 1))
+        return std::nullopt;
+    std::uint64_t number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return number;
+}
+
+/// As std::string_view::find, but without its weakness for a text that repeats the first character.
+std::size_t FindIn(std::string_view text, std::string_view sought, std::size_t from) {
+    const void* found = memmem(text.data() + from, text.size() - from, sought.data(), sought.size());
+    return found == nullptr ? TextSearch::kNowhere
+                            : static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+}
 
 } // namespace
+
+bool TextSearch::NumberedTag::operator<(const NumberedTag& other) const {
+    return std::tie(letters, number, place) < std::tie(other.letters, other.number, other.place);
+}
 
 void TextSearch::Text(std::string_view text) {
     mText = text;
     mPlaces.clear();
     mHasNumberedTags = false;
+    mNumberedTags.clear();
 }
 
 std::size_t TextSearch::Find(std::string_view sought, std::size_t from, std::size_t end) const {
     end = std::min(end, mText.size());
     if (from > end || sought.size() > end - from)
         return kNowhere;
-    const std::size_t nearEnd = std::min(end, from + kNear);
-    const std::size_t near = mText.substr(from, nearEnd - from).find(sought);
-    if (near != kNowhere)
-        return from + near;
-    if (nearEnd == end)
-        return kNowhere;
-    const std::vector<std::uint32_t>& places = Places(sought);
-    const auto found = std::lower_bound(places.begin(), places.end(), from);
-    if (found == places.end() || *found + sought.size() > end)
-        return kNowhere;
-    return *found;
+    // Whatever begins within a block's length is found here.
+    const std::size_t nearEnd = std::min(end, from + kBlock + sought.size() - 1);
+    const std::size_t near = mText.substr(0, nearEnd).find(sought, from);
+    if (near != kNowhere || nearEnd == end)
+        return near;
+    const std::size_t far = FindFar(sought, from);
+    return far == kNowhere || far + sought.size() > end ? kNowhere : far;
 }
 
-const std::vector<std::uint32_t>& TextSearch::Places(std::string_view sought) const {
-    if (IsNumberedTag(sought)) {
-        // A record can bear thousands of them, each sought once: all of them are noted in one pass.
-        NoteNumberedTags();
-        return mPlaces[std::string(sought)];
+std::size_t TextSearch::FindFar(std::string_view sought, std::size_t from) const {
+    if (sought.size() > 1 && sought.back() == '=') {
+        // A record can bear thousands of numbered tags, each sought once: all are noted in one pass.
+        for (std::uint32_t letters = 0; letters < kNumbered.size(); ++letters)
+            if (sought.starts_with(kNumbered[letters])) {
+                const std::size_t start = kNumbered[letters].size();
+                if (const auto number = TagNumber(sought.substr(start, sought.size() - 1 - start));
+                    number && IsDigit(sought[start]) && IsDigit(sought[sought.size() - 2]))
+                    return FindNumberedTag({letters, 0, *number}, from);
+            }
     }
     const auto [entry, isNew] = mPlaces.try_emplace(std::string(sought));
-    if (isNew)
-        for (std::size_t place = mText.find(sought); place != kNowhere; place = mText.find(sought, place + 1))
-            entry->second.push_back(static_cast<std::uint32_t>(place));
-    return entry->second;
+    std::vector<std::uint32_t>& places = entry->second;
+    if (isNew) {
+        places.resize(mText.size() / kBlock + 1, kNoPlace);
+        std::size_t place = 0;
+        for (std::size_t block = 0; block < places.size() && place != kNowhere; ++block) {
+            if (block == 0 || place < block * kBlock)
+                place = FindIn(mText, sought, block * kBlock);
+            if (place != kNowhere)
+                places[block] = static_cast<std::uint32_t>(place);
+        }
+    }
+    const std::uint32_t place = places[std::min(from / kBlock + 1, places.size() - 1)];
+    return place == kNoPlace || place < from ? kNowhere : place;
+}
+
+std::size_t TextSearch::FindNumberedTag(NumberedTag tag, std::size_t from) const {
+    NoteNumberedTags();
+    tag.place = static_cast<std::uint32_t>(from);
+    const auto found = std::lower_bound(mNumberedTags.begin(), mNumberedTags.end(), tag);
+    const bool isFound =
+        found != mNumberedTags.end() && found->letters == tag.letters && found->number == tag.number;
+    return isFound ? found->place : kNowhere;
 }
 
 void TextSearch::NoteNumberedTags() const {
@@ -69,15 +108,15 @@ void TextSearch::NoteNumberedTags() const {
     mHasNumberedTags = true;
     for (std::size_t equals = mText.find('='); equals != kNowhere; equals = mText.find('=', equals + 1)) {
         std::size_t digits = equals;
-        while (digits > 0 && equals - digits < kMostDigits && kDigits.find(mText[digits - 1]) != kNowhere)
+        while (digits > 0 && equals - digits < 20 && IsDigit(mText[digits - 1]))
             --digits;
-        if (digits == equals)
+        const std::optional<std::uint64_t> number = TagNumber(mText.substr(digits, equals - digits));
+        if (!number)
             continue;
-        for (const std::size_t letters : kLettersOfTags)
-            if (digits >= letters) {
-                const std::size_t place = digits - letters;
-                mPlaces[std::string(mText.substr(place, equals + 1 - place))].push_back(
-                    static_cast<std::uint32_t>(place));
-            }
+        for (std::uint32_t letters = 0; letters < kNumbered.size(); ++letters)
+            if (mText.substr(0, digits).ends_with(kNumbered[letters]))
+                mNumberedTags.push_back(
+                    {letters, static_cast<std::uint32_t>(digits - kNumbered[letters].size()), *number});
     }
+    std::sort(mNumberedTags.begin(), mNumberedTags.end());
 }

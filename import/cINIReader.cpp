@@ -47,7 +47,7 @@ void cINIReader::CloseINI() {
 }
 
 void cINIReader::Contents(std::string contents) {
-    mContents = std::move(contents);
+    mContents.swap(contents);
     mSearch.Text(mContents);
     mSections.clear();
 }

@@ -13,6 +13,9 @@ namespace {
 /// Below this an import is over before the dropped indexes could pay.
 constexpr std::size_t kFewFiles = 64;
 
+/// Characters of a machine's name in Net.
+constexpr std::size_t kLongestName = 20;
+
 struct OneRowSection {
     const char* event;
     double percent;
@@ -77,16 +80,27 @@ public:
     Transaction& operator=(const Transaction&) = delete;
 
     void FileDone() {
-        if (++mFiles % kFilesPerCommit != 0)
-            return;
+        if (++mFiles % kFilesPerCommit == 0)
+            Between([] {});
+    }
+    /// Commits, does `work` outside of a transaction, and begins anew.
+    template <class Work>
+    void Between(const Work& work) {
         Commit();
+        work();
         Begin();
     }
+    /// A commit that fails is undone, so that the connection is left without a transaction in any case.
     void Commit() {
         if (!mIsOpen)
             return;
         mIsOpen = false;
-        mConnection.CommitTrans();
+        try {
+            mConnection.CommitTrans();
+        } catch (const RunTimeError&) {
+            mConnection.RollbackTrans();
+            throw;
+        }
     }
 
 private:
@@ -130,14 +144,12 @@ bool cSinImport::ImportInfData(const std::string& directory, const std::string& 
 }
 
 bool cSinImport::ShowFailure(int number, const std::string& description, bool& noData) {
+    mTransaction.reset();
     try {
-        // Without an open transaction the connection itself has failed, and there is nothing to bring back.
-        if (mTransaction)
-            EndBulkLoad();
+        EndBulkLoad();
     } catch (const RunTimeError&) {
         // The next opening of the database brings the indexes back.
     }
-    mTransaction.reset();
     noData = true;
     mPrompts.MsgBox(description, MsgBoxStyle::kCritical, "Error# " + std::to_string(number));
     return false;
@@ -148,12 +160,13 @@ cSinImport::Files cSinImport::Scan(const std::string& directory, const std::stri
     std::vector<std::string> names;
     if (machine.empty())
         names = listing.WithExtension(".org");
-    else if (const auto found = listing.Find(machine + ".org"))
-        names.push_back(*found);
+    else if (listing.Find(machine + ".org"))
+        names.push_back(machine + ".org");
 
     // A file that has gone since it was listed is as one that was never there.
-    const auto add = [&directory](std::vector<File>& files, const std::string& name) {
-        const std::string path = JoinPath(directory, name);
+    const auto add = [&directory](std::vector<File>& files, const std::string& name,
+                                  const std::string& onDisk) {
+        const std::string path = JoinPath(directory, onDisk);
         try {
             files.push_back({name, path, FileStamp(path)});
         } catch (const RunTimeError&) {
@@ -162,10 +175,14 @@ cSinImport::Files cSinImport::Scan(const std::string& directory, const std::stri
     Files files;
     for (const std::string& name : names) {
         const std::string stem = name.substr(0, name.size() - 3);
-        add(files.originals, name);
-        add(files.currents, listing.Find(stem + "inf").value_or(name));
+        const std::string original = listing.Find(name).value_or(name);
+        add(files.originals, name, original);
+        if (const auto current = listing.Find(stem + "inf"))
+            add(files.currents, stem + "inf", *current);
+        else
+            add(files.currents, stem + "org", original);
         if (const auto personal = listing.Find(stem + "pnf"))
-            add(files.personals, *personal);
+            add(files.personals, stem + "pnf", *personal);
     }
     return files;
 }
@@ -174,8 +191,8 @@ void cSinImport::Run(const Files& files) {
     if (!mConnection)
         Raise(Errors::kConnectionClosed);
     mAdded.clear();
-    mTransaction = std::make_unique<Transaction>(*mConnection);
     BeginBulkLoad(files.originals.size());
+    mTransaction = std::make_unique<Transaction>(*mConnection);
     if (!files.originals.empty())
         ImportMachineFiles(files.originals, ImportType::Original);
     if (!files.currents.empty())
@@ -204,9 +221,10 @@ void cSinImport::ImportMachineFile(const File& file, ImportType type, double per
     TellFile(file.name, percent);
     TellSection("Global Values", 0);
 
-    // A key that is written in another case is found by all its children's indexes.
+    // A key that is written in another case is found by its children's indexes; rows of a name that Net cuts
+    // have no parent, which only the check of parents tells.
     const auto known = mAdded.find(LowerCase(machine));
-    if (known != mAdded.end() && known->second.name != machine)
+    if ((known != mAdded.end() && known->second.name != machine) || CharacterCount(machine) > kLongestName)
         EndBulkLoad();
     const auto select = [&machine](const std::string& table) {
         return "SELECT * FROM " + table + " WHERE COMPUTERNAME=" + SQLText(machine);
@@ -271,24 +289,26 @@ void cSinImport::BeginBulkLoad(std::size_t files) {
 void cSinImport::EndBulkLoad() {
     if (!mIsBulkLoading)
         return;
+    const auto end = [this] {
+        mConnection->EndBulkLoad([this] {
+            if (mEvents != nullptr)
+                mEvents->StillWorking();
+        });
+    };
+    if (mTransaction)
+        mTransaction->Between(end);
+    else
+        end();
     mIsBulkLoading = false;
-    mConnection->EndBulkLoad([this] {
-        if (mEvents != nullptr)
-            mEvents->StillWorking();
-    });
 }
 
 void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {
-    try {
-        for (std::size_t i = 0; i < files.size(); ++i) {
-            const double percent = static_cast<double>(i + 1) / static_cast<double>(files.size());
-            if (FileSize(files[i].path) >= 1)
-                ImportPersonalFile(files[i], percent);
-            TellSection("Finished..", 1);
-            mTransaction->FileDone();
-        }
-    } catch (const RunTimeError&) {
-        // The files still to come are not read.
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const double percent = static_cast<double>(i + 1) / static_cast<double>(files.size());
+        if (FileSize(files[i].path) >= 1)
+            ImportPersonalFile(files[i], percent);
+        TellSection("Finished..", 1);
+        mTransaction->FileDone();
     }
 }
 

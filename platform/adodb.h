@@ -68,7 +68,8 @@ public:
     void RollbackTrans();
 
     /// Drops the indexes that no key needs, to fill an empty database faster; they are noted in the file.
-    /// Outside of a transaction it commits at once.
+    /// Until EndBulkLoad nothing checks that rows have their parents, and nothing cascades: that is the
+    /// caller's care. Both must be called outside of a transaction.
     void BeginBulkLoad();
     /// Makes the indexes anew, and calls `progress` many times a second meanwhile. Does nothing where no
     /// bulk load has begun.

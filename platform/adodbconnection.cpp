@@ -25,9 +25,12 @@ Column Described(const char* name, const char* declaredType) {
         return {name, kTypeFlag, 2};
     if (!declared.starts_with("TEXT"))
         return {name, kTypeNumber, 8};
+    constexpr double kWidest = 65535;
     const std::size_t width = declared.find('(');
     return {name, kTypeText,
-            width == std::string_view::npos ? 255 : static_cast<int>(Val(declared.substr(width + 1)))};
+            width == std::string_view::npos
+                ? 255
+                : static_cast<int>(std::clamp(Val(declared.substr(width + 1)), 0.0, kWidest))};
 }
 
 std::string PathOf(std::string_view connectionString) {
@@ -44,6 +47,16 @@ std::string PathOf(std::string_view connectionString) {
 
 void RaiseDatabase(sqlite3* database) {
     throw RunTimeError(Errors::kDatabase, database == nullptr ? "out of memory" : sqlite3_errmsg(database));
+}
+
+std::string QuotedName(std::string_view name) {
+    std::string quoted = "\"";
+    for (const char c : name) {
+        quoted += c;
+        if (c == '"')
+            quoted += c;
+    }
+    return quoted + '"';
 }
 
 Statement::Statement(sqlite3* database, const std::string& sql) : mDatabase(database) {
@@ -104,6 +117,8 @@ void Statement::Run() {
 void ConnectionState::CheckOpen() const {
     if (database == nullptr)
         Raise(Errors::kConnectionClosed);
+    if (isInTransaction && sqlite3_get_autocommit(database) != 0)
+        Raise(Errors::kDiskFull, "the database has undone what was not committed");
 }
 
 Statement& ConnectionState::Acquire(const std::string& sql) {
@@ -146,6 +161,8 @@ void Connection::Open() {
     try {
         if (result != SQLITE_OK)
             RaiseDatabase(database);
+        // The statements kept in the cache would use up the engine's own store of small pieces of memory.
+        sqlite3_db_config(database, SQLITE_DBCONFIG_LOOKASIDE, nullptr, 256, 8000);
         sqlite3_extended_result_codes(database, 1);
         sqlite3_busy_timeout(database, 5000);
         RegisterAccessFunctions(database);
@@ -154,12 +171,18 @@ void Connection::Open() {
                                    "PRAGMA wal_autocheckpoint = 4000", "PRAGMA cell_size_check = ON"})
             if (sqlite3_exec(database, pragma, nullptr, nullptr, nullptr) != SQLITE_OK)
                 RaiseDatabase(database);
-        EndBulkLoad();
+        // What is no database fails here.
+        IsBulkLoading();
     } catch (const RunTimeError&) {
         mState->statements.clear();
         sqlite3_close(database);
         mState->database = nullptr;
         throw;
+    }
+    try {
+        EndBulkLoad();
+    } catch (const RunTimeError&) {
+        // On a full disk the data can still be read, if slowly; the note of the indexes stays for next time.
     }
 }
 
@@ -170,6 +193,7 @@ void Connection::Close() {
     for (Dependent* dependent : std::vector(mState->dependents))
         dependent->ConnectionCloses();
     mState->statements.clear();
+    mState->isInTransaction = false;
     sqlite3* database = std::exchange(mState->database, nullptr);
     if (sqlite3_get_autocommit(database) == 0)
         sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
@@ -204,7 +228,8 @@ std::vector<std::string> Texts(ConnectionState& state, const std::string& sql) {
     std::vector<std::string> texts;
     const Lease statement(state, sql);
     while (statement->Step())
-        texts.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement->Handle(), 0)));
+        if (const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement->Handle(), 0)))
+            texts.emplace_back(text);
     return texts;
 }
 
@@ -217,7 +242,12 @@ public:
             sqlite3_progress_handler(
                 database, kInstructionsBetweenCalls,
                 [](void* function) {
-                    (*static_cast<std::function<void()>*>(function))();
+                    // The engine between is no C++.
+                    try {
+                        (*static_cast<std::function<void()>*>(function))();
+                    } catch (...) {
+                        return 1;
+                    }
                     return 0;
                 },
                 const_cast<std::function<void()>*>(&progress));
@@ -230,19 +260,19 @@ private:
     sqlite3* mDatabase;
 };
 
-/// Runs `work` in a transaction of its own, or in the one that is open.
+/// Runs `work` whole or not at all, in a transaction of its own or within the one that is open.
 template <class Work>
-void InTransaction(ConnectionState& state, const Work& work) {
-    const bool isOwn = sqlite3_get_autocommit(state.database) != 0;
-    if (isOwn)
-        RunPlain(state, "BEGIN IMMEDIATE");
+void AsOne(ConnectionState& state, const Work& work) {
+    RunPlain(state, "SAVEPOINT AsOne");
     try {
         work();
-        if (isOwn)
-            RunPlain(state, "COMMIT");
+        RunPlain(state, "RELEASE AsOne");
     } catch (const RunTimeError&) {
-        if (isOwn && sqlite3_get_autocommit(state.database) == 0)
-            RunPlain(state, "ROLLBACK");
+        // Some failures undo everything by themselves.
+        if (sqlite3_get_autocommit(state.database) == 0) {
+            sqlite3_exec(state.database, "ROLLBACK TO AsOne", nullptr, nullptr, nullptr);
+            sqlite3_exec(state.database, "RELEASE AsOne", nullptr, nullptr, nullptr);
+        }
         throw;
     }
 }
@@ -251,14 +281,19 @@ void InTransaction(ConnectionState& state, const Work& work) {
 
 void Connection::BeginTrans() {
     RunPlain(*mState, "BEGIN IMMEDIATE");
+    mState->isInTransaction = true;
 }
 
 void Connection::CommitTrans() {
     RunPlain(*mState, "COMMIT");
+    mState->isInTransaction = false;
 }
 
 void Connection::RollbackTrans() {
-    RunPlain(*mState, "ROLLBACK");
+    mState->isInTransaction = false;
+    // The engine undoes a transaction by itself when the disk is full or fails.
+    if (mState->database != nullptr && sqlite3_get_autocommit(mState->database) == 0)
+        RunPlain(*mState, "ROLLBACK");
 }
 
 bool Connection::IsBulkLoading() const {
@@ -271,25 +306,29 @@ bool Connection::IsBulkLoading() const {
 void Connection::BeginBulkLoad() {
     if (IsBulkLoading())
         return;
+    RunPlain(*mState, "PRAGMA foreign_keys = OFF");
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
-    InTransaction(*mState, [&] {
-        const std::string ownIndexes = "FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL";
+    AsOne(*mState, [&] {
+        const std::string ownIndexes =
+            "FROM sqlite_master WHERE type = 'index' AND sql LIKE 'CREATE INDEX %'";
         const std::vector<std::string> names = Texts(*mState, "SELECT name " + ownIndexes);
         RunPlain(*mState, "CREATE TABLE " + table + " AS SELECT sql " + ownIndexes);
         for (const std::string& name : names)
-            RunPlain(*mState, "DROP INDEX \"" + name + "\"");
+            RunPlain(*mState, "DROP INDEX " + QuotedName(name));
     });
 }
 
 void Connection::EndBulkLoad(const std::function<void()>& progress) {
     if (!IsBulkLoading())
         return;
+    RunPlain(*mState, "PRAGMA foreign_keys = ON");
     const ProgressHandler handler(mState->database, progress);
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
-    InTransaction(*mState, [&] {
+    AsOne(*mState, [&] {
+        constexpr std::string_view kCreate = "CREATE INDEX ";
         for (const std::string& sql : Texts(*mState, "SELECT sql FROM " + table))
-            if (sql.starts_with("CREATE INDEX "))
-                RunPlain(*mState, sql);
+            if (sql.starts_with(kCreate))
+                RunPlain(*mState, "CREATE INDEX IF NOT EXISTS " + sql.substr(kCreate.size()));
         RunPlain(*mState, "DROP TABLE " + table);
     });
 }

@@ -20,16 +20,6 @@ struct Cell {
     std::size_t length = 0;
 };
 
-std::string QuotedName(std::string_view name) {
-    std::string quoted = "\"";
-    for (const char c : name) {
-        quoted += c;
-        if (c == '"')
-            quoted += c;
-    }
-    return quoted + '"';
-}
-
 bool IsTableName(std::string_view source) {
     const std::size_t start = source.find_first_not_of(" \t\r\n(");
     return start == std::string_view::npos || !EqualNoCase(source.substr(start, 6), "SELECT");

@@ -22,6 +22,9 @@ namespace ADODB {
 /// Binds a whole number as an integer, any other as a real one.
 void BindNumber(sqlite3_stmt* statement, int place, double number);
 
+/// `name` as a quoted name of a table, column or index.
+std::string QuotedName(std::string_view name);
+
 /// A column as a field reports it.
 struct Column {
     std::string name;
@@ -67,7 +70,10 @@ struct ConnectionState {
     sqlite3* database = nullptr;
     std::unordered_map<std::string, std::vector<std::unique_ptr<Statement>>> statements;
     std::vector<Dependent*> dependents;
+    bool isInTransaction = false;
 
+    /// Raises error 3709 on a closed connection, and error 61 where the engine has undone the transaction:
+    /// what would follow it must not be written as if it were a whole.
     void CheckOpen() const;
     /// A statement of this text that nobody is using, from the cache where there is one.
     Statement& Acquire(const std::string& sql);

@@ -15,6 +15,7 @@ namespace {
 
 struct FailureState {
     Prompts* prompts = nullptr;
+    std::function<void()> uncover;
     std::function<void()> cleanup;
     bool hasFailed = false;
 };
@@ -43,6 +44,8 @@ RunTimeError Caught() {
     const std::string text = "Run-time error '" + std::to_string(error.number) + "':\n\n" + error.description;
     std::cerr << text << std::endl;
     try {
+        if (State().uncover)
+            State().uncover();
         if (State().prompts != nullptr)
             State().prompts->MsgBox(text, MsgBoxStyle::kCritical, "Velmora");
     } catch (...) {
@@ -96,7 +99,11 @@ void Application::ShowFailuresBy(Prompts* prompts) {
     State().prompts = prompts;
 }
 
-void Application::BeforeFailing(std::function<void()> cleanup) {
+void Application::BeforeShowing(std::function<void()> uncover) {
+    State().uncover = std::move(uncover);
+}
+
+void Application::AfterShowing(std::function<void()> cleanup) {
     State().cleanup = std::move(cleanup);
 }
 

@@ -26,8 +26,10 @@ public:
 
     /// Where a failure is shown; null for the error stream alone. Must live as long as the program.
     static void ShowFailuresBy(Prompts* prompts);
-    /// What is done behind the box, such as closing the database. Its own failure is ignored.
-    static void BeforeFailing(std::function<void()> cleanup);
+    /// What is done before the box, such as taking away what would cover it.
+    static void BeforeShowing(std::function<void()> uncover);
+    /// What is done when the box has been answered, such as closing the database. Its own failure is ignored.
+    static void AfterShowing(std::function<void()> cleanup);
 
     /// Shows the failure and ends the program with exit status 1, whatever is on the stack.
     [[noreturn]] static void Fail(const RunTimeError& error);

@@ -13,7 +13,9 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <filesystem>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -25,10 +27,19 @@ public:
         if (mNumber < 0)
             RaiseSystem(errno, path);
     }
-    ~Descriptor() { close(mNumber); }
+    ~Descriptor() {
+        if (mNumber >= 0)
+            close(mNumber);
+    }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     int Number() const { return mNumber; }
+
+    /// For a file that was written: some file systems tell only here that the disk is full.
+    void Close(const std::string& path) {
+        if (close(std::exchange(mNumber, -1)) != 0)
+            RaiseSystem(errno, path);
+    }
 
 private:
     int mNumber;
@@ -176,6 +187,15 @@ std::string FolderOnDisk(std::string_view path) {
     return found.empty() ? exact : JoinPath(parent, found);
 }
 
+std::vector<std::string> DirectoryListing::Spellings(std::string_view name) const {
+    std::vector<std::string> spellings;
+    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings})
+        for (const std::string& entry : *names)
+            if (EqualNoCase(entry, name))
+                spellings.push_back(entry);
+    return spellings;
+}
+
 std::optional<std::string> FindFile(std::string_view folder, std::string_view name) {
     const std::string path = JoinPath(folder, name);
     if (path.empty() || name.empty())
@@ -231,17 +251,22 @@ void DeleteFile(const std::string& path) {
 
 void CopyFile(const std::string& source, const std::string& target) {
     constexpr std::size_t kBlock = std::size_t{1} << 20U;
+    if (std::error_code ignored; std::filesystem::equivalent(source, target, ignored))
+        Raise(Errors::kPathAccess, target);
     const Descriptor from(source, O_RDONLY);
-    const Descriptor to(target, O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
+    Descriptor to(target, O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
     if (fchmod(to.Number(), S_IRUSR | S_IWUSR) != 0)
         RaiseSystem(errno, target);
     std::string block(kBlock, '\0');
     while (const std::size_t count = ReadAll(from, block.data(), block.size(), source))
         WriteAll(to, block.data(), count, target);
+    to.Close(target);
 }
 
 void DeleteDatabase(const std::string& path) {
+    const std::string folder = FolderOf(path);
+    const DirectoryListing listing(folder);
     for (const char* suffix : {"", "-wal", "-shm"})
-        if (FileExists(path + suffix))
-            DeleteFile(path + suffix);
+        for (const std::string& name : listing.Spellings(FileNameOf(path) + suffix))
+            DeleteFile(JoinPath(folder, name));
 }

@@ -35,6 +35,8 @@ public:
     std::vector<std::string> WithExtension(std::string_view extension) const;
     /// The name as it stands on disk: the exact one first, else one that differs in case alone.
     std::optional<std::string> Find(std::string_view name) const;
+    /// Every file that has this name, however it is written.
+    std::vector<std::string> Spellings(std::string_view name) const;
 
 private:
     std::vector<std::string> mNames;
@@ -56,14 +58,15 @@ std::uint64_t ReadableLength(const std::string& path);
 /// When the file was last modified; raises error 53 where there is none.
 LocalTime FileStamp(const std::string& path);
 
-/// The whole of a regular file; raises error 53, 70 or 75, and error 7 past kLargestFile.
+/// The whole of a regular file; raises error 53, 70 or 75, and error 7 past kLargestFile, which is ten times
+/// what the fullest machine's inventory takes.
 std::string ReadFile(const std::string& path);
-constexpr std::uint64_t kLargestFile = 256U << 20U;
+constexpr std::uint64_t kLargestFile = 32U << 20U;
 
 /// Raises error 53 where there is no file.
 void DeleteFile(const std::string& path);
 /// Copies the bytes to a file that its owner alone can read and write; an existing target is replaced.
 void CopyFile(const std::string& source, const std::string& target);
 /// Deletes a database and the "-wal" and "-shm" files that a killed run leaves beside it, whichever are
-/// there: another file under the same name would take them for its own.
+/// there and however their names are written: another file under the same name would take them for its own.
 void DeleteDatabase(const std::string& path);

@@ -54,19 +54,27 @@ std::string NameFor(const std::string& programFolder) {
 } // namespace
 
 SingleInstance::SingleInstance(const std::string& programFolder) {
+    mIsPrior = IsFolderTaken(programFolder);
     const std::string folder = RuntimeFolder();
     if (folder.empty())
         return;
     const std::string path = folder + "/" + NameFor(programFolder);
     mSocketPath = QString::fromStdString(path + ".socket");
     mLock = open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
-    mIsPrior = mLock >= 0 && flock(mLock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (mLock >= 0 && flock(mLock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        mIsPrior = true;
+}
+
+bool SingleInstance::IsFolderTaken(const std::string& programFolder) {
+    mFolder = open(programFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return mFolder >= 0 && flock(mFolder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 SingleInstance::~SingleInstance() {
     mServer.reset();
-    if (mLock >= 0)
-        close(mLock);
+    for (const int lock : {mLock, mFolder})
+        if (lock >= 0)
+            close(lock);
 }
 
 void SingleInstance::Listen(std::function<void()> raise) {

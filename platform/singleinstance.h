@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Tells whether another copy of this user's console runs from the same program folder, and lets a second
-// copy bring the first one to the front. The lock is the system's own on an open file: it goes with its
-// process, however that ends, and no copy is ever locked out by a file left behind.
-// Both files lie in a folder of the user's alone. Where there is none, each copy counts as the first.
+// Tells whether another copy of the console runs from the same program folder, and lets a second copy bring
+// the first one to the front. The locks are the system's own, on the folder and on a file of the user's: they
+// go with their process, however that ends, and no copy is ever locked out by a file left behind.
+// A copy of another user's can be found, but not brought forward. Where the user has no private folder for
+// the socket, nor can one of the same user's.
 #pragma once
 
 #include <QLocalServer>
@@ -31,6 +32,10 @@ public:
     void ActivateFirst();
 
 private:
+    /// The folder's own lock keeps out other users' copies too: they would rebuild the same database.
+    bool IsFolderTaken(const std::string& programFolder);
+
+    int mFolder = -1;
     int mLock = -1;
     bool mIsPrior = false;
     QString mSocketPath;

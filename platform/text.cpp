@@ -35,6 +35,9 @@ double RoundedWithin(double value, double low, double high) {
     return rounded;
 }
 
+/// What is longer is not looked at whole: a client could make a field of megabytes.
+constexpr std::size_t kLongestNumber = 1000;
+
 struct Places {
     int whole = 0;
     int decimals = 0;
@@ -87,8 +90,8 @@ std::string Padded(int value, std::size_t width) {
 } // namespace
 
 double Val(std::string_view text) {
-    // Blanks count for nothing wherever they stand, so the number is gathered first. Nothing that matters
-    // lies behind the digits that a double can tell apart and its longest exponent.
+    // Blanks count for nothing wherever they stand, so the number is gathered first.
+    text = text.substr(0, kLongestNumber);
     std::string number;
     bool hasDigit = false;
     bool hasPoint = false;
@@ -111,8 +114,6 @@ double Val(std::string_view text) {
         } else {
             break;
         }
-        if (number.size() >= 400)
-            break;
         number += c;
     }
     if (!hasDigit)
@@ -283,6 +284,9 @@ std::string FormatDate(LocalTime moment, std::string_view pattern) {
 }
 
 std::optional<std::chrono::local_days> ParseDate(std::string_view text) {
+    constexpr std::size_t kLongestDate = 10;
+    if (text.size() > kLongestDate)
+        return std::nullopt;
     const std::size_t first = text.find_first_of("-/");
     if (first == std::string_view::npos)
         return std::nullopt;

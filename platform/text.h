@@ -15,6 +15,7 @@ using LocalTime = std::chrono::local_seconds;
 
 /// The number that `text` begins with: blanks, tabs and line feeds are passed over, then sign, digits, one
 /// point, and an exponent behind E or D. 0 where no number begins. Raises error 6 past the double's range.
+/// Only the first thousand bytes are looked at.
 double Val(std::string_view text);
 
 /// The number that the whole of `text` writes, blanks around it aside. Raises error 13 for any other text.

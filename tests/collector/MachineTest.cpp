@@ -17,7 +17,8 @@ TEST(MachineName, IsFitForAFileAndAKey) {
     };
     const std::vector<Case> cases = {
         {"the first label, as the network knows machines", "pc7.office.example\n", "PC7"},
-        {"the column holds 20 characters", "a-very-long-host-name-of-a-server", "A-VERY-LONG-HOST-NAM"},
+        {"the column holds 20 characters, the last of which keep long names apart",
+         "a-very-long-host-name-of-a-server", "A-VERY-LONG-HO-4B653"},
         {"an apostrophe would break the console's queries", "o'brien", "O-BRIEN"},
         {"separators of records, keys and folders", "a|b;c=d[e]f?g/h", "A-B-C-D-E-F-G-H"},
         {"no name at all", "", "LOCALHOST"},

@@ -97,6 +97,13 @@ TEST_F(DatabaseSessionTest, RefusesOtherFilesInItsOwnWords) {
     prompts.Expect(Question{Question::Kind::Box, "Error #-1", {}, MsgBoxStyle::kCritical});
     EXPECT_FALSE(session.ConnectSinDatabase(folder.WriteFile("text.mdb", "no database, but some bytes")));
     EXPECT_EQ(Told(), "splash gone\n");
+    sqlite3* other = nullptr;
+    sqlite3_open(folder.Path("other.mdb").c_str(), &other);
+    sqlite3_exec(other, "CREATE TABLE Bookmarks (Name TEXT)", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    prompts.Expect(Question{Question::Kind::Box, "Error #-1", {}, MsgBoxStyle::kCritical});
+    EXPECT_FALSE(session.ConnectSinDatabase(folder.Path("other.mdb")));
+    EXPECT_FALSE(gConnection->IsOpen()) << "another program's database is let go of";
 }
 
 TEST_F(DatabaseSessionTest, FirstActivationOpensAndTellsTheAgeOfTheData) {
@@ -111,6 +118,7 @@ TEST_F(DatabaseSessionTest, FirstActivationOpensAndTellsTheAgeOfTheData) {
         {"a date to come is not either", "'20020101'", "", 1},
         {"never imported", "NULL", "", 1},
         {"yesterday", "'20011119'", "Your data is 1 day(s) old.\n", 2},
+        {"a day that its month lacks rolls over", "'20010931'", "Your data is 50 day(s) old.\n", 3},
     };
     for (const auto& c : cases) {
         gDatabasePath = Database(std::string(c.why) + ".mdb", "'1.20', '1.20;', " + std::string(c.imported));
@@ -209,6 +217,12 @@ TEST_F(DatabaseSessionTest, ANewDatabaseIsACopyOfTheTemplate) {
     EXPECT_EQ(Told(),
               "Opening Database ... Please wait\ntree\nenable\nDatabase Open\nYour data is 19 day(s) old.\n");
 
+    prompts.Expect(ask, folder.Path("Template.sdb"));
+    prompts.Expect(Question{Question::Kind::Box, "Error#70", {}, MsgBoxStyle::kCritical});
+    session.NewDatabase();
+    EXPECT_TRUE(folder.Exists("Template.sdb")) << "without it no database could ever be made again";
+    Told();
+
     // A template of no fitting version: the message comes all the same, with an empty name.
     DeleteFile(folder.Path("Template.sdb"));
     Database("Template.sdb", "");
@@ -224,7 +238,7 @@ TEST_F(DatabaseSessionTest, CloseForgetsThePathAndReleasesTheFile) {
     gDatabasePath = Database("a.mdb", kOwnVersion);
     ASSERT_TRUE(session.ConnectSinDatabase(gDatabasePath));
     session.CloseDatabase();
-    EXPECT_EQ(Told(), "Database closed...\nclear\ndisable\n");
+    EXPECT_EQ(Told(), "Database closed...\ndisable\nclear\n");
     EXPECT_EQ(gDatabasePath, "");
     EXPECT_FALSE(gConnection->IsOpen());
 }

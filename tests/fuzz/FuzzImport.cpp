@@ -4,6 +4,8 @@
 #include "import/SectionWriters.h"
 #include "platform/errors.h"
 
+#include <unistd.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -13,7 +15,8 @@
 namespace {
 
 std::shared_ptr<ADODB::Connection> Database() {
-    const std::string path = std::filesystem::temp_directory_path() / "fuzz-import.mdb";
+    const std::string path =
+        std::filesystem::temp_directory_path() / ("fuzz-import-" + std::to_string(getpid()) + ".mdb");
     std::filesystem::remove(path);
     CreateDatabase(path);
     auto connection = std::make_shared<ADODB::Connection>();
@@ -42,8 +45,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     writers.InsertPersonal("BAD");
     connection->Execute("DELETE * FROM Net WHERE COMPUTERNAME='BAD'");
     ADODB::Recordset rows;
-    rows.Open("SELECT COUNT(*) FROM OS", connection);
-    if (rows.Fields().Item(0).Number() != 0)
+    rows.Open("SELECT COUNT(*) FROM Net WHERE COMPUTERNAME = 'GOOD' AND NOT EXISTS (SELECT * FROM OS)",
+              connection);
+    if (rows.Fields().Item(0).Number() != 1)
         std::abort();
     rows.Close();
     connection->RollbackTrans();

@@ -19,6 +19,22 @@ std::string Lines(const std::vector<std::string>& lines);
 /// A whole, small inventory file of one machine: one row or more in every section.
 std::string SmallFile(const std::string& machine, const std::string& user = "user");
 
+/// Takes any box and notes its title, where an import may end in several ways.
+class AnyBox final : public Prompts {
+public:
+    MsgBoxAnswer MsgBox(const std::string& /*text*/, int /*style*/, const std::string& title) override {
+        lastTitle = title;
+        return MsgBoxAnswer::OK;
+    }
+    std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
+    std::string OpenFile(const FileDialog&) override { return {}; }
+    std::string SaveFile(const FileDialog&) override { return {}; }
+    std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
+    void Beep() override {}
+
+    std::string lastTitle;
+};
+
 class ImportTest : public testing::Test {
 protected:
     ImportTest();

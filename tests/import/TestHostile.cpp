@@ -61,6 +61,13 @@ TEST_F(HostileTest, NamesThatBreakTheStatementEndTheImportWithItsBox) {
     EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "20011120") << "of the good machine's import";
 }
 
+TEST_F(HostileTest, ANameOfPersonalDetailsThatBreaksTheStatementDoesToo) {
+    Write("O'X.ORG", SmallFile("BAD"));
+    Write("O'X.PNF", Lines({"[DETAIL]"}));
+    prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, {}});
+    EXPECT_FALSE(Import("O'X"));
+}
+
 TEST_F(HostileTest, OddNamesAreMachinesOrNone) {
     struct {
         const char* why;
@@ -180,6 +187,24 @@ TEST_F(HostileTest, FilesMadeToBeSlowAreNot) {
                std::string(200, 'y') + "\n";
     EXPECT_TRUE(ImportFile(head + "[DEVICE]\r\nINFO0=32767|\r\n[DEVICEDATA]\r\n" + run));
     EXPECT_EQ(Count("DeviceData"), "32767");
+    // The same with values that are dates, numbers and counts of no end.
+    const std::string blanks(1 << 20, ' ');
+    for (const char* tag : {"DvrDate", "PCount"}) {
+        run = "INFO";
+        for (int i = 0; i < 32767; ++i)
+            run += std::to_string(i) + "=INFO";
+        EXPECT_TRUE(ImportFile(head + "[DEVICE]\r\nINFO0=32767|\r\n[DEVICEDATA]\r\n" + run +
+                               "Cat=Network adapters|" + tag + "=" + blanks + "|;"));
+    }
+    // Records that run into each other, each with every protocol: rows without end, were they all written.
+    run.clear();
+    for (int i = 0; i < 2000; ++i)
+        run += "INFO" + std::to_string(i) + "=";
+    run += "Cat=Network adapters|PCount=999999999;";
+    for (int i = 0; i < 1000; ++i)
+        run += "PR" + std::to_string(i) + "=TCP;";
+    EXPECT_TRUE(ImportFile(head + "[DEVICE]\r\nINFO0=2000|\r\n[DEVICEDATA]\r\n" + run));
+    EXPECT_LT(std::stoi(Rows("SELECT COUNT(*) FROM DeviceNetwork")), 20000);
     // One line of ten megabytes.
     EXPECT_TRUE(
         ImportFile(head + "[DEVICE]\r\nINFO0=2|\r\n[DEVICEDATA]\r\nINFO0=" + std::string(10 << 20, 'z')));
@@ -199,19 +224,8 @@ TEST_F(HostileTest, WhatIsNoFileIsPassedOver) {
     EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "GOOD\nLAST");
 }
 
-/// Takes any box: garbage may end an import in several ways.
-class AnyBox final : public Prompts {
-public:
-    MsgBoxAnswer MsgBox(const std::string&, int, const std::string&) override { return MsgBoxAnswer::OK; }
-    std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const FileDialog&) override { return {}; }
-    std::string SaveFile(const FileDialog&) override { return {}; }
-    std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
-    void Beep() override {}
-};
-
 TEST_F(HostileTest, AnyBytesAreSurvived) {
-    AnyBox unlooked;
+    AnyBox anyBox;
     std::mt19937 random(11);
     const std::string sound = SmallFile("BAD");
     for (int round = 0; round < 400; ++round) {
@@ -228,7 +242,7 @@ TEST_F(HostileTest, AnyBytesAreSurvived) {
         }
         Write("BAD.ORG", file);
         noData = false;
-        cSinImport(connection, unlooked, clock, {}, nullptr).ImportInfData(inventory, "BAD", noData);
+        cSinImport(connection, anyBox, clock, {}, nullptr).ImportInfData(inventory, "BAD", noData);
         ASSERT_EQ(Rows("SELECT COUNT(*) FROM Net WHERE COMPUTERNAME = 'GOOD'"), "1");
     }
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Stories of whole imports: which files are read, in what order, and what stands in the database after.
-#include "platform/codepage.h"
+#include "platform/text.h"
 #include "tests/import/ImportTest.h"
 
 #include <filesystem>
@@ -12,7 +12,9 @@ public:
     void DoneSoFarUsers(const std::string& name, double percent) override {
         told += name + " " + std::to_string(percent).substr(0, 4) + "\n";
     }
-    void DoneSoFarUser(const std::string& name, double /*percent*/) override { sections += name + "\n"; }
+    void DoneSoFarUser(const std::string& name, double percent) override {
+        sections += name + " " + NumberText(percent) + "\n";
+    }
     std::string told;
     std::string sections;
 };
@@ -31,6 +33,7 @@ TEST_F(ImportTest, AMachineFillsEveryTable) {
     EXPECT_EQ(
         Rows("SELECT RAM, \"CPU DLL FPU\", \"CPU DLL MMX\", \"JOY Connected\" FROM PC WHERE ConfID = 1"),
         "131072|-1|0|5");
+    EXPECT_EQ(Rows("SELECT * FROM Input WHERE ConfID = 0"), "PC1|0|Keyboard|1|31|12|Mouse|3|-1|500");
     EXPECT_EQ(Rows("SELECT * FROM Drives WHERE ConfID = 1"), "PC1|1|1|1|1|0|0|ACD");
     EXPECT_EQ(Rows("SELECT \"Drive Root\", \"Drive Size\" FROM DrivesData WHERE ConfID = 1"),
               "C:\\|4000000000\nD:\\|0")
@@ -96,12 +99,12 @@ TEST_F(ImportTest, PassesFollowEachOtherAndTellTheirFiles) {
     Write("b.PNF", "");
     Events events;
     ASSERT_TRUE(Import({}, {}, &events));
-    EXPECT_EQ(events.told, "A.ORG 0.50\nb.ORG 1.00\nA.INF 0.50\nb.ORG 1.00\n");
+    EXPECT_EQ(events.told, "A.ORG 0.50\nb.ORG 1.00\nA.inf 0.50\nb.org 1.00\n");
     const std::string oneFile =
-        "Global Values\nOperating System\nMS Office\nInput Devices\nPC Settings\nDrives Info\nUninstall "
-        "Data\n"
-        "ODBC Data\nPrinter Data\nDrives Data\nDevices Data\nFinished..\n";
-    EXPECT_EQ(events.sections, oneFile + oneFile + oneFile + oneFile + "Finished..\n")
+        "Global Values 0\nOperating System 0.09\nMS Office 0.18\nInput Devices 0.27\nPC Settings 0.36\n"
+        "Drives Info 0.45\nUninstall Data 0.53\nODBC Data 0.62\nPrinter Data 0.71\nDrives Data 0.8\n"
+        "Devices Data 0.89\nFinished.. 1\n";
+    EXPECT_EQ(events.sections, oneFile + oneFile + oneFile + oneFile + "Finished.. 1\n")
         << "an empty file of personal details changes nothing, and is still told as finished";
 }
 
@@ -172,6 +175,17 @@ TEST_F(ImportTest, PersonalDetailsAreReplacedWhole) {
     EXPECT_EQ(Rows("SELECT PNFFileDate FROM Net"), "20011103") << "but its stamp is stored";
 }
 
+TEST_F(ImportTest, PersonalDetailsInsideTheFrameAreKept) {
+    Write("PC1.ORG", SmallFile("PC1"), "2001-11-02 08:00:00");
+    Write("PC1.PNF", Lines({"[DETAIL]", "TXTINPUT0=Ann"}), "2001-11-02 08:00:00");
+    ASSERT_TRUE(Import());
+    Write("PC1.PNF", Lines({"[OTHER]", "TXTINPUT0=Ben"}), "2001-11-02 08:10:00");
+    ASSERT_TRUE(Import({}, {1, 30}));
+    EXPECT_EQ(Rows("SELECT Name FROM Personal"), "Ann");
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(Rows("SELECT Name, AssetNumber FROM Personal"), "N/A|N/A") << "a file without the section";
+}
+
 TEST_F(ImportTest, TextIsDecodedFromTheCodePageAndCutBefore) {
     std::string file = SmallFile("PC1", "J\xFCrgen" + std::string(30, '\xE9'));
     Write("PC1.ORG", file);
@@ -189,16 +203,64 @@ TEST_F(ImportTest, AFullFolderLoadsInBulkAndGetsItsIndexesBack) {
         Write(name + ".ORG", SmallFile(name));
         Write(name + ".PNF", Lines({"[DETAIL]", "TXTINPUT0=" + name}));
     }
+    // A name that Net cuts: its rows would have no machine.
+    Write("PC1199.INF", SmallFile("A-NAME-OF-MORE-THAN-TWENTY"));
+    Write("PC1199.ORG", SmallFile("A-NAME-OF-MORE-THAN-TWENTY"));
     // Two that need the indexes in the midst of the load: a machine for the second time, and one whose name
     // is written in another case.
     Write("PC1200.ORG", SmallFile("PC1000", "twice"));
     Write("PC1001.INF", SmallFile("pc1001"));
-    ASSERT_TRUE(Import());
+    class LoadEvents final : public ImportEvents {
+    public:
+        explicit LoadEvents(ADODB::Connection& opened) : database(opened) {}
+        void DoneSoFarUsers(const std::string&, double) override {
+            filesInBulk += database.IsBulkLoading() ? 1 : 0;
+        }
+        void DoneSoFarUser(const std::string&, double) override {}
+        ADODB::Connection& database;
+        int filesInBulk = 0;
+    } events(*connection);
+    ASSERT_TRUE(Import({}, {}, &events));
+    EXPECT_EQ(events.filesInBulk, 131) << "all, up to the name that Net cuts";
     EXPECT_EQ(Rows("SELECT name FROM sqlite_master WHERE type = 'index' ORDER BY name"), indexes);
-    EXPECT_EQ(Rows("SELECT COUNT(*) FROM Net"), "130");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM Net"), "131");
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceData"), "1040");
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM Personal WHERE Name = COMPUTERNAME"), "130");
     EXPECT_EQ(IntegrityCheck(), "ok");
+}
+
+/// Limits the database's size, which to the engine is a full disk.
+class FullDiskTest : public ImportTest {
+protected:
+    FullDiskTest() {
+        for (int i = 0; i < 100; ++i)
+            Write("PC" + std::to_string(1000 + i) + ".ORG", SmallFile("PC" + std::to_string(1000 + i)));
+    }
+    void LimitPages(int pages) { Rows("PRAGMA max_page_count = " + std::to_string(pages)); }
+};
+
+TEST_F(FullDiskTest, EndsTheImportWithItsBoxAndLosesNothingThatWasCommitted) {
+    int failures = 0;
+    for (int pages = std::stoi(Rows("PRAGMA page_count")) + 5;; pages += 5) {
+        LimitPages(pages);
+        AnyBox box;
+        noData = false;
+        if (cSinImport(connection, box, clock, {}, nullptr).ImportInfData(inventory, "", noData))
+            break;
+        ++failures;
+        EXPECT_EQ(box.lastTitle, "Error# 61") << pages;
+        EXPECT_TRUE(noData);
+        EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "<Null>") << "the import did not end";
+        connection->Close();
+        connection->Open();
+        EXPECT_EQ(IntegrityCheck(), "ok");
+        EXPECT_EQ(Rows("SELECT COUNT(*) FROM Net WHERE COMPUTERNAME NOT IN (SELECT COMPUTERNAME FROM OS)"),
+                  "0")
+            << "no machine counts as imported without its sections";
+        EXPECT_FALSE(connection->IsBulkLoading());
+    }
+    EXPECT_GT(failures, 5);
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM Net"), "100");
 }
 
 } // namespace

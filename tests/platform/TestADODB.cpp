@@ -174,11 +174,12 @@ TEST_F(ADODBTest, IndexesOfAKilledBulkLoadComeBackAtTheNextOpening) {
     connection->Open();
     EXPECT_FALSE(connection->IsBulkLoading());
     EXPECT_EQ(One(indexes), "1");
-    connection->BeginTrans();
     connection->BeginBulkLoad();
+    connection->Execute("INSERT INTO PC (COMPUTERNAME) VALUES ('PC2')");
     connection->EndBulkLoad();
-    connection->CommitTrans();
     EXPECT_EQ(One(indexes), "1");
+    connection->Execute("DELETE * FROM Net WHERE COMPUTERNAME='PC2'");
+    EXPECT_EQ(One("SELECT COUNT(*) FROM PC WHERE COMPUTERNAME='PC2'"), "0") << "deletes cascade again";
 }
 
 TEST_F(ADODBTest, TransactionsKeepOrUndoTheirRows) {

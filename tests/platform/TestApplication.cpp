@@ -45,7 +45,7 @@ void Cleanup() {
 /// Runs the event loop until the failure of a timer's handler ends the program.
 void FailInEvent(const std::function<void()>& handler, WrittenPrompts& prompts) {
     Application::ShowFailuresBy(&prompts);
-    Application::BeforeFailing(Cleanup);
+    Application::AfterShowing(Cleanup);
     QTimer::singleShot(0, qApp, handler);
     QTimer::singleShot(5000, qApp, [] { std::_Exit(99); });
     QEventLoop().exec();
@@ -113,7 +113,7 @@ TEST(ApplicationDeathTest, ASecondFailureNeitherRecursesNorHidesTheFirst) {
         {
             WrittenPrompts prompts;
             Application::ShowFailuresBy(&prompts);
-            Application::BeforeFailing([] { Raise(Errors::kDatabase, "the log remains"); });
+            Application::AfterShowing([] { Raise(Errors::kDatabase, "the log remains"); });
             Application::Fail({Errors::kOverflow, "Overflow"});
         },
         testing::ExitedWithCode(1), "BOX.*Run-time error '6'");

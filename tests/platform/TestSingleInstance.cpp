@@ -111,8 +111,16 @@ TEST_F(SingleInstanceTest, OnlyAFolderOfTheUsersAloneIsTrusted) {
     }
     std::filesystem::permissions(own, std::filesystem::perms(0777));
     const SingleInstance first(mProgram.Path());
-    EXPECT_FALSE(SingleInstance(mProgram.Path()).IsPrior())
-        << "a folder that others can write to: the console starts, and trusts nothing in it";
+    EXPECT_TRUE(SingleInstance(mProgram.Path()).IsPrior())
+        << "a folder that others can write to is not trusted; the program folder's own lock still tells";
+}
+
+TEST_F(SingleInstanceTest, AnotherUsersCopyCountsAsPrior) {
+    const SingleInstance first(mProgram.Path());
+    // Another user has another runtime folder.
+    const TemporaryFolder other;
+    qputenv("XDG_RUNTIME_DIR", other.Path().c_str());
+    EXPECT_TRUE(SingleInstance(mProgram.Path()).IsPrior()) << "both would rebuild the one database";
 }
 
 } // namespace

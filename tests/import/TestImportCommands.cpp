@@ -126,7 +126,7 @@ TEST_F(ImportCommandsTest, TheListImportsItsSelectedMachines) {
     form.selected = {0, 2, 4};
     commands.mnuPopRImport();
     EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC1\nPC3") << "a row without a text is no machine";
-    EXPECT_EQ(Told(), "hourglass\nImport Status : PC1.ORG\narrow\nImport Successful.\nactivate\n");
+    EXPECT_EQ(Told(), "hourglass\nImport Status : PC1.org\narrow\nImport Successful.\nactivate\n");
     EXPECT_EQ(form.progress.back(), 0);
 }
 

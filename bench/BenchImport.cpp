@@ -3,25 +3,18 @@
 // against the bare writer, per machine at ten times the machines, and in the rows of one file.
 // bench_import [machines]; 2000 where none are given. Ends with 1 where a limit is missed.
 #include "bench/BareWriter.h"
+#include "bench/Measure.h"
 #include "bench/Site.h"
-#include "import/Schema.h"
 #include "import/cSinImport.h"
 
 #include <sys/resource.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 namespace {
-
-using Seconds = std::chrono::duration<double>;
 
 class QuietPrompts final : public Prompts {
 public:
@@ -34,44 +27,6 @@ public:
     std::string SaveFile(const FileDialog&) override { return {}; }
     std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
     void Beep() override {}
-};
-
-template <class Work>
-double Timed(const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return Seconds(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-class Workplace {
-public:
-    Workplace()
-        : mRoot(std::filesystem::temp_directory_path() / ("bench-import-" + std::to_string(getpid()))) {
-        std::filesystem::create_directories(mRoot);
-    }
-    ~Workplace() { std::filesystem::remove_all(mRoot); }
-    Workplace(const Workplace&) = delete;
-    Workplace& operator=(const Workplace&) = delete;
-
-    std::string Folder(const std::string& name) const {
-        std::filesystem::create_directories(mRoot / name);
-        return mRoot / name;
-    }
-    std::string NewDatabase() const {
-        const std::string path = mRoot / "bench.mdb";
-        for (const char* suffix : {"", "-wal", "-shm"})
-            std::filesystem::remove(path + suffix);
-        CreateDatabase(path);
-        return path;
-    }
-
-private:
-    std::filesystem::path mRoot;
 };
 
 double Import(const Workplace& place, const std::string& folder) {
@@ -91,14 +46,6 @@ double Import(const Workplace& place, const std::string& folder) {
 double BareImport(const Workplace& place, const std::string& folder) {
     const std::string database = place.NewDatabase();
     return Timed([&] { BareWrite(folder, database); });
-}
-
-bool Report(const char* what, double ratio, double limit, bool isFloor) {
-    const bool holds = isFloor ? ratio >= limit : ratio <= limit;
-    std::printf("%-58s %6.2f  (limit: at %s %.2f)  %s\n", what, ratio, isFloor ? "least" : "most", limit,
-                holds ? "holds" : "MISSED");
-    std::fflush(stdout);
-    return holds;
 }
 
 /// A folder with one machine that has `rows` programs or devices.
@@ -128,7 +75,7 @@ bool IsLinear(const Workplace& place, bool devices) {
 
 int main(int argc, char** argv) {
     try {
-        const Workplace place;
+        const Workplace place("bench-import");
         SiteSize size;
         size.machines = argc > 1 ? std::atoi(argv[1]) : 2000;
         const std::string site = place.Folder("site");

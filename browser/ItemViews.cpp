@@ -3,8 +3,10 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -36,6 +38,23 @@ void PaintHint(QAbstractItemView& view, const QString& hint) {
     painter.drawText(area, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, hint);
 }
 
+void Search(QAbstractItemView& view, TypeAhead& typeAhead, const QString& typed) {
+    const auto* const list = static_cast<const ListModel*>(view.model());
+    const int row = typeAhead.Find(*list, view.currentIndex().row(), typed);
+    if (row >= 0)
+        view.setCurrentIndex(list->index(row, 0));
+}
+
+void ShowNoTip(const QEvent& event, QWidget& widget) {
+    QToolTip::showText(static_cast<const QHelpEvent&>(event).globalPos(), "n/a", &widget);
+}
+
+/// Off the rows the tip says so; on a row it is the row's own.
+bool IsTipOffRows(const QAbstractItemView& view, const QEvent& event) {
+    return event.type() == QEvent::ToolTip &&
+           !view.indexAt(static_cast<const QHelpEvent&>(event).pos()).isValid();
+}
+
 } // namespace
 
 DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
@@ -47,6 +66,7 @@ DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
     header()->setStretchLastSection(false);
     header()->setSectionsClickable(true);
     header()->setHighlightSections(false);
+    header()->viewport()->installEventFilter(this);
 }
 
 void DetailsView::Hint(const QString& text) {
@@ -59,6 +79,24 @@ QModelIndex DetailsView::indexAt(const QPoint& point) const {
     if (index.isValid() || header()->count() == 0)
         return index;
     return QTreeView::indexAt(QPoint(columnViewportPosition(0), point.y()));
+}
+
+void DetailsView::keyboardSearch(const QString& typed) {
+    Search(*this, mTypeAhead, typed);
+}
+
+bool DetailsView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != header()->viewport() || event->type() != QEvent::ToolTip)
+        return QTreeView::eventFilter(watched, event);
+    ShowNoTip(*event, *header()->viewport());
+    return true;
+}
+
+bool DetailsView::viewportEvent(QEvent* event) {
+    if (!IsTipOffRows(*this, *event))
+        return QTreeView::viewportEvent(event);
+    ShowNoTip(*event, *viewport());
+    return true;
 }
 
 void DetailsView::paintEvent(QPaintEvent* event) {
@@ -122,6 +160,17 @@ void IconsView::Measure() {
                       iconSize().height() + 2 * metrics.lineSpacing() + 2 * margin);
     mDelegate->Size(isLarge ? below : beside);
     scheduleDelayedItemsLayout();
+}
+
+void IconsView::keyboardSearch(const QString& typed) {
+    Search(*this, mTypeAhead, typed);
+}
+
+bool IconsView::viewportEvent(QEvent* event) {
+    if (!IsTipOffRows(*this, *event))
+        return QListView::viewportEvent(event);
+    ShowNoTip(*event, *viewport());
+    return true;
 }
 
 void IconsView::paintEvent(QPaintEvent* event) {

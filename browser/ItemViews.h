@@ -4,6 +4,7 @@
 #pragma once
 
 #include "browser/ListView.h"
+#include "browser/TypeAhead.h"
 
 #include <QListView>
 #include <QStyledItemDelegate>
@@ -16,12 +17,16 @@ public:
     void Hint(const QString& text);
     /// Anywhere on a row is on the row, the room behind the last column too.
     QModelIndex indexAt(const QPoint& point) const override;
+    void keyboardSearch(const QString& typed) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QString mHint;
+    TypeAhead mTypeAhead;
 };
 
 class IconsView final : public QListView {
@@ -32,8 +37,10 @@ public:
     void Mode(ListStyle mode);
     /// Makes all items as wide as the texts need, up to a limit.
     void Measure();
+    void keyboardSearch(const QString& typed) override;
 
 protected:
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
     void changeEvent(QEvent* event) override;
@@ -43,4 +50,5 @@ private:
     ListStyle mMode = ListStyle::LargeIcons;
     Delegate* mDelegate;
     QString mHint;
+    TypeAhead mTypeAhead;
 };

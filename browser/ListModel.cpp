@@ -1,134 +1,60 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/ListModel.h"
 
-#include "platform/errors.h"
+#include "browser/CaselessSearch.h"
+#include "browser/Images.h"
+#include "browser/RowOrder.h"
 
 #include <QTextDocument>
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 namespace {
 
-constexpr unsigned kLengthBits = 7;
-constexpr unsigned kMoreBit = 1U << kLengthBits;
-
 QString Shown(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-/// Reads the cells of a row one after the other.
-class CellReader {
-public:
-    CellReader(const char* begin, const char* end) : mAt(begin), mEnd(end) {}
-
-    bool AtEnd() const { return mAt == mEnd; }
-    std::string_view Next() {
-        std::size_t length = 0;
-        unsigned byte = kMoreBit;
-        for (unsigned shift = 0; (byte & kMoreBit) != 0; shift += kLengthBits) {
-            byte = static_cast<unsigned char>(*mAt++);
-            length |= static_cast<std::size_t>(byte & (kMoreBit - 1)) << shift;
-        }
-        const std::string_view cell(mAt, length);
-        mAt += length;
-        return cell;
-    }
-
-private:
-    const char* mAt;
-    const char* mEnd;
-};
-
-std::uint32_t Hash(std::string_view key) {
-    const std::size_t hash = std::hash<std::string_view>()(key);
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
 }
 
 } // namespace
 
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
-void ListModel::AddColumn(std::string caption, int width) {
+void ListModel::AddColumn(std::string_view caption, int width) {
     const int column = static_cast<int>(mColumns.size());
     beginInsertColumns({}, column, column);
-    mColumns.push_back({std::move(caption), width});
+    mColumns.push_back({std::string(caption), width});
     endInsertColumns();
 }
 
 void ListModel::AddRow(std::string_view key, std::string_view text, Image icon) {
-    if (!key.empty())
-        EnterKey(key);
-    mRows.push_back(mBytes.size());
-    mBytes.push_back(static_cast<char>(icon));
-    Append(key);
-    Append(text);
-    mLastRowCells = 1;
+    mRows.Add(key, text, icon);
+}
+
+void ListModel::AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                              Image icon) {
+    mRows.AddCounted(machine, keyEnd, text, icon);
 }
 
 void ListModel::SetSubItem(int column, std::string_view text) {
-    if (mRows.empty() || column < 1)
-        Raise(Errors::kInvalidCall);
-    if (column >= mLastRowCells) {
-        for (; mLastRowCells < column; ++mLastRowCells)
-            Append({});
-        Append(text);
-        mLastRowCells = column + 1;
-        return;
-    }
-    // A cell that is written again: the row stands at the store's end, so its rest is written anew.
-    CellReader cells(mBytes.data() + mRows.back() + 1, mBytes.data() + mBytes.size());
-    std::vector<std::string> row;
-    while (!cells.AtEnd())
-        row.emplace_back(cells.Next());
-    row.at(static_cast<std::size_t>(column) + 1) = text;
-    mBytes.resize(mRows.back() + 1);
-    for (const std::string& cell : row)
-        Append(cell);
-}
-
-void ListModel::Append(std::string_view cell) {
-    std::size_t length = cell.size();
-    for (; length >= kMoreBit; length >>= kLengthBits)
-        mBytes.push_back(static_cast<char>((length & (kMoreBit - 1)) | kMoreBit));
-    mBytes.push_back(static_cast<char>(length));
-    mBytes.insert(mBytes.end(), cell.begin(), cell.end());
-}
-
-void ListModel::EnterKey(std::string_view key) {
-    if (mKeyCount * 4 >= mKeys.size() * 3)
-        GrowKeys();
-    const std::uint32_t hash = Hash(key);
-    const std::size_t mask = mKeys.size() - 1;
-    std::size_t slot = hash & mask;
-    for (; mKeys[slot].row != 0; slot = (slot + 1) & mask)
-        if (mKeys[slot].hash == hash && Key(mKeys[slot].row - 1) == key)
-            Raise(Errors::kKeyNotUnique, std::string(key));
-    mKeys[slot] = {hash, static_cast<std::uint32_t>(mRows.size() + 1)};
-    ++mKeyCount;
-}
-
-void ListModel::GrowKeys() {
-    std::vector<KeySlot> grown(std::max<std::size_t>(mKeys.size() * 2, 64));
-    const std::size_t mask = grown.size() - 1;
-    for (const KeySlot& entry : mKeys) {
-        if (entry.row == 0)
-            continue;
-        std::size_t slot = entry.hash & mask;
-        while (grown[slot].row != 0)
-            slot = (slot + 1) & mask;
-        grown[slot] = entry;
-    }
-    mKeys = std::move(grown);
+    mRows.SetSubItem(column, text);
 }
 
 void ListModel::Publish() {
-    const int rows = static_cast<int>(mRows.size());
-    if (rows == mShown)
+    const std::size_t rows = mRows.Count();
+    if (rows == mPublished)
         return;
-    beginInsertRows({}, mShown, rows - 1);
-    mShown = rows;
+    if (mSortColumn >= 0 || !mFilter.empty()) {
+        beginResetModel();
+        mPublished = rows;
+        mFiltered.clear();
+        Rearrange();
+        Narrow();
+        endResetModel();
+        return;
+    }
+    beginInsertRows({}, static_cast<int>(mPublished), static_cast<int>(rows) - 1);
+    mPublished = rows;
     endInsertRows();
 }
 
@@ -142,41 +68,129 @@ void ListModel::ClearColumns() {
     beginResetModel();
     ForgetRows();
     mColumns.clear();
+    mSortColumn = -1;
     endResetModel();
 }
 
 void ListModel::ForgetRows() {
-    mShown = 0;
-    mKeyCount = 0;
-    mLastRowCells = 0;
-    mBytes = {};
-    mRows = {};
-    mKeys = {};
+    mPublished = 0;
+    mRows.Clear();
+    mOrder = {};
+    mFiltered = {};
 }
 
-std::string_view ListModel::Key(std::size_t row) const {
-    return CellReader(mBytes.data() + mRows.at(row) + 1, nullptr).Next();
+void ListModel::Sort(int column, Qt::SortOrder order) {
+    Publish();
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    const QModelIndexList held = persistentIndexList();
+    RowNumbers stored;
+    stored.reserve(static_cast<std::size_t>(held.size()));
+    for (const QModelIndex& index : held)
+        stored.push_back(static_cast<std::uint32_t>(Stored(static_cast<std::size_t>(index.row()))));
+
+    mSortColumn = column;
+    mSortOrder = order;
+    Rearrange();
+
+    if (!held.isEmpty()) {
+        RowNumbers places(mRows.Count());
+        for (std::size_t row = 0; row < Rows(); ++row)
+            places[Stored(row)] = static_cast<std::uint32_t>(row);
+        QModelIndexList moved;
+        moved.reserve(held.size());
+        for (std::size_t i = 0; i < stored.size(); ++i)
+            moved.push_back(
+                index(static_cast<int>(places[stored[i]]), held[static_cast<qsizetype>(i)].column()));
+        changePersistentIndexList(held, moved);
+    }
+    emit layoutChanged({}, VerticalSortHint);
 }
 
-std::string_view ListModel::Text(std::size_t row, int column) const {
-    const std::size_t end = row + 1 < mRows.size() ? mRows[row + 1] : mBytes.size();
-    CellReader cells(mBytes.data() + mRows.at(row) + 1, mBytes.data() + end);
-    cells.Next();
-    for (; column > 0 && !cells.AtEnd(); --column)
-        cells.Next();
-    return cells.AtEnd() ? std::string_view() : cells.Next();
+/// Orders all rows anew, and those that the filter has left with them.
+void ListModel::Rearrange() {
+    const bool isDescending = mSortOrder == Qt::DescendingOrder;
+    mOrder = mSortColumn < 0 ? RowNumbers() : RowsInOrder(mRows, mSortColumn, isDescending);
+    if (mFiltered.empty())
+        return;
+    const std::vector<bool> isLeft = Left();
+    std::string text = std::move(mFiltered.back().text);
+    mFiltered.clear();
+    mFiltered.push_back({std::move(text), ShownOf(isLeft)});
 }
 
-Image ListModel::Icon(std::size_t row) const {
-    return static_cast<Image>(mBytes.at(mRows.at(row)));
+void ListModel::Filter(const std::string& text) {
+    Publish();
+    beginResetModel();
+    mFilter = text;
+    const CaselessSearch search(text);
+    // What was found for a text serves for any that holds it.
+    while (!mFiltered.empty() && !CaselessSearch(mFiltered.back().text).IsIn(text))
+        mFiltered.pop_back();
+    if (mFiltered.empty() || !search.IsIn(mFiltered.back().text))
+        Narrow();
+    endResetModel();
+}
+
+/// Looks for the filter's text in the rows that are left: in the order in which they are stored, since a
+/// walk in any other order waits for the memory at each row.
+void ListModel::Narrow() {
+    if (mFilter.empty())
+        return;
+    const CaselessSearch search(mFilter);
+    const auto isFound = [&search](std::string_view cell) { return search.IsIn(cell); };
+    std::vector<bool> isLeft = Left();
+    for (std::size_t row = 0; row < isLeft.size(); ++row)
+        if (isLeft[row])
+            isLeft[row] = mRows.AnyCell(row, isFound);
+    mFiltered.push_back({mFilter, ShownOf(isLeft)});
+}
+
+/// Of each row, whether the filter has left it so far.
+std::vector<bool> ListModel::Left() const {
+    std::vector<bool> isLeft(mRows.Count(), mFiltered.empty());
+    if (!mFiltered.empty())
+        for (const std::uint32_t row : mFiltered.back().rows)
+            isLeft[row] = true;
+    return isLeft;
+}
+
+/// Those of the rows shown for which `isLeft` holds, in their order.
+ListModel::RowNumbers ListModel::ShownOf(const std::vector<bool>& isLeft) const {
+    RowNumbers rows;
+    rows.reserve(static_cast<std::size_t>(std::count(isLeft.begin(), isLeft.end(), true)));
+    for (std::size_t shown = 0; shown < Rows(); ++shown)
+        if (const std::size_t row = Stored(shown); isLeft[row])
+            rows.push_back(static_cast<std::uint32_t>(row));
+    return rows;
+}
+
+const ListModel::RowNumbers* ListModel::ShownRows() const {
+    if (!mFiltered.empty())
+        return &mFiltered.back().rows;
+    return mOrder.empty() ? nullptr : &mOrder;
+}
+
+std::size_t ListModel::Rows() const {
+    const RowNumbers* const rows = ShownRows();
+    return rows != nullptr ? rows->size() : mRows.Count();
+}
+
+std::size_t ListModel::Stored(std::size_t row) const {
+    const RowNumbers* const rows = ShownRows();
+    return rows != nullptr ? rows->at(row) : row;
 }
 
 std::size_t ListModel::MemoryUsed() const {
-    return mBytes.capacity() + mRows.capacity() * sizeof(std::size_t) + mKeys.capacity() * sizeof(KeySlot);
+    std::size_t numbers = mOrder.capacity();
+    for (const Filtered& filtered : mFiltered)
+        numbers += filtered.rows.capacity();
+    return mRows.MemoryUsed() + numbers * sizeof(std::uint32_t);
 }
 
 int ListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : mShown;
+    if (parent.isValid())
+        return 0;
+    return static_cast<int>(ShownRows() != nullptr ? Rows() : mPublished);
 }
 
 int ListModel::columnCount(const QModelIndex& parent) const {

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The rows of a list, held as bytes in one store and turned into toolkit texts only when they are painted:
-// a list of every device of every machine has a million of them. Rows are appended only; those that were
-// added since the last Publish are not seen by the views yet, so that a list can be filled while its window
-// repaints.
+// A list as its views see it: the columns, and of the rows those that are shown, in the order shown. Rows are
+// appended only; those that were added since the last Publish are not seen by the views yet, so that a list
+// can be filled while its window repaints. A row's number is its place in what is shown: it changes with
+// Sort and Filter, and a row that is filtered out has none.
 #pragma once
 
-#include "browser/Images.h"
+#include "browser/ListRows.h"
+#include "browser/ListSink.h"
 
 #include <QAbstractTableModel>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,30 +22,39 @@ struct ListColumnHeader {
     int width;
 };
 
-class ListModel final : public QAbstractTableModel {
+class ListModel final : public QAbstractTableModel, public ListSink {
     Q_OBJECT
 public:
     explicit ListModel(QObject* parent = nullptr);
 
-    void AddColumn(std::string caption, int width);
-    /// Adds a row with the text of its first column. Raises error 35602 where another row has the same key;
-    /// an empty key is none.
-    void AddRow(std::string_view key, std::string_view text, Image icon);
-    /// The text of column `column`, from 1, of the row added last.
-    void SetSubItem(int column, std::string_view text);
+    void AddColumn(std::string_view caption, int width) override;
+    void AddRow(std::string_view key, std::string_view text, Image icon) override;
+    void AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                       Image icon) override;
+    void SetSubItem(int column, std::string_view text) override;
     /// Shows the rows added so far.
     void Publish();
-    /// Forgets the rows and gives their memory back.
+    /// Forgets the rows and gives their memory back. The next ones are sorted and filtered as these were.
     void ClearItems();
-    /// Forgets the columns, and the rows with them.
+    /// Forgets the columns, the rows with them and the order: a new list begins in the order of its query.
+    /// The filter stays.
     void ClearColumns();
 
-    std::size_t Rows() const { return mRows.size(); }
+    /// Puts the rows in the order of a column's texts, see RowsInOrder; the selection stays with its rows.
+    /// A column below 0 brings back the order in which the rows were added.
+    void Sort(int column, Qt::SortOrder order);
+    /// Leaves the rows of which any cell holds `text` without regard to case; an empty text leaves all.
+    /// Where `text` holds the text before, only the rows that are left are looked at, and what was found
+    /// for a text that is taken up again at its end is still known, so that a filter keeps up with typing
+    /// and deleting. Views lose their selection.
+    void Filter(const std::string& text);
+
+    std::size_t Rows() const;
     const std::vector<ListColumnHeader>& Columns() const { return mColumns; }
-    std::string_view Key(std::size_t row) const;
+    std::string Key(std::size_t row) const { return mRows.Key(Stored(row)); }
     /// Empty for a sub-item that was never set.
-    std::string_view Text(std::size_t row, int column) const;
-    Image Icon(std::size_t row) const;
+    std::string_view Text(std::size_t row, int column) const { return mRows.Text(Stored(row), column); }
+    Image Icon(std::size_t row) const { return mRows.Icon(Stored(row)); }
     /// Bytes that the rows take, with what is reserved.
     std::size_t MemoryUsed() const;
 
@@ -53,26 +64,34 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    struct KeySlot {
-        std::uint32_t hash;
-        /// Row number plus one; 0 marks a free slot.
-        std::uint32_t row;
+    using RowNumbers = std::vector<std::uint32_t>;
+    /// The rows left by a filter's text, in the order shown.
+    struct Filtered {
+        std::string text;
+        RowNumbers rows;
     };
-    void Append(std::string_view cell);
-    void EnterKey(std::string_view key);
-    void GrowKeys();
+
+    /// The number in mRows of a row that is shown.
+    std::size_t Stored(std::size_t row) const;
+    const RowNumbers* ShownRows() const;
+    std::vector<bool> Left() const;
+    RowNumbers ShownOf(const std::vector<bool>& isLeft) const;
+    void Narrow();
+    void Rearrange();
     void ForgetRows();
 
     std::vector<ListColumnHeader> mColumns;
-    /// Row after row: the icon's number, then the key and each cell as its length and its bytes.
-    std::vector<char> mBytes;
-    /// Where each row begins in mBytes.
-    std::vector<std::size_t> mRows;
-    /// Hash set of the rows that have a key, by open addressing; its size is a power of two.
-    std::vector<KeySlot> mKeys;
-    std::size_t mKeyCount = 0;
-    int mLastRowCells = 0;
-    int mShown = 0;
+    ListRows mRows;
+    /// Rows that the views know of or that the filter keeps from them.
+    std::size_t mPublished = 0;
+    /// Below 0 in the order in which they were added.
+    int mSortColumn = -1;
+    Qt::SortOrder mSortOrder = Qt::AscendingOrder;
+    /// All rows as sorted; empty where they are not.
+    RowNumbers mOrder;
+    std::string mFilter;
+    /// Each of them within the one before; the last one is shown. Empty without a filter.
+    std::vector<Filtered> mFiltered;
 };
 
 /// Text for a tool tip, escaped where the toolkit would take it for markup.

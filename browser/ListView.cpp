@@ -1,29 +1,52 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/ListView.h"
 
+#include "browser/FilterLine.h"
 #include "browser/ItemViews.h"
 #include "platform/twips.h"
 
+#include <QApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
+namespace {
+
+bool IsEnter(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
 ListView::ListView(QWidget* parent)
     : QWidget(parent),
       mStack(new QStackedWidget(this)),
       mDetails(new DetailsView(mStack)),
-      mIcons(new IconsView(mStack)) {
+      mIcons(new IconsView(mStack)),
+      mFilterLine(new FilterLine(this)) {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(mStack);
+    layout->addWidget(mFilterLine);
     mStack->addWidget(mDetails);
     mStack->addWidget(mIcons);
     mDetails->setModel(&mModel);
     mIcons->setModel(&mModel);
     mIcons->setSelectionModel(mDetails->selectionModel());
     setFocusProxy(mDetails);
+    connect(mDetails->header(), &QHeaderView::sectionClicked, this, &ListView::ColumnClick);
+    for (QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(mDetails), static_cast<QAbstractItemView*>(mIcons)}) {
+        view->installEventFilter(this);
+        connect(view, &QAbstractItemView::doubleClicked, this, &ListView::DblClick);
+    }
+    connect(mFilterLine, &FilterLine::TextChanged, this, &ListView::Filter);
+    connect(mFilterLine, &FilterLine::Closed, this, &ListView::CloseFilter);
+    connect(mFilterLine, &FilterLine::Left, this, &ListView::GoToRows);
 }
 
 void ListView::View(ListStyle mode) {
@@ -43,7 +66,7 @@ void ListView::Arrange(bool automatic) {
 }
 
 void ListView::AddColumn(std::string_view caption, int width) {
-    mModel.AddColumn(std::string(caption), width);
+    mModel.AddColumn(caption, width);
     const int column = mModel.columnCount() - 1;
     QHeaderView& header = *mDetails->header();
     // A larger font must not cut the caption off.
@@ -54,22 +77,128 @@ void ListView::AddRow(std::string_view key, std::string_view text, Image icon) {
     mModel.AddRow(key, text, icon);
 }
 
+void ListView::AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                             Image icon) {
+    mModel.AddCountedRow(machine, keyEnd, text, icon);
+}
+
 void ListView::SetSubItem(int column, std::string_view text) {
     mModel.SetSubItem(column, text);
 }
 
 void ListView::ClearItems() {
     mModel.ClearItems();
+    mAllRows = 0;
+    CloseFilter();
 }
 
 void ListView::ClearColumns() {
+    ClearItems();
+    mSortKey = 0;
+    mSortOrder = Qt::AscendingOrder;
+    mSorted = false;
+    mDetails->header()->setSortIndicatorShown(false);
     mModel.ClearColumns();
 }
 
 void ListView::Publish() {
     mModel.Publish();
+    mAllRows = mModel.Rows();
     if (mMode != ListStyle::Details)
         mIcons->Measure();
+}
+
+void ListView::SortBy(int column) {
+    const bool isAgain = column == mSortKey;
+    const bool descends = isAgain && mSortOrder == Qt::AscendingOrder;
+    mSortOrder = descends ? Qt::DescendingOrder : Qt::AscendingOrder;
+    mSortKey = column;
+    mSorted = true;
+    mDetails->header()->setSortIndicator(column, mSortOrder);
+    mDetails->header()->setSortIndicatorShown(true);
+    mModel.Sort(column, mSortOrder);
+}
+
+bool ListView::eventFilter(QObject* /*watched*/, QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    return HandleKey(key.key(), key.modifiers() & ~Qt::KeypadModifier);
+}
+
+bool ListView::HandleKey(int key, Qt::KeyboardModifiers modifiers) {
+    if (IsEnter(key) && modifiers == Qt::NoModifier) {
+        if (SelectedItem() >= 0)
+            emit DblClick();
+        return true;
+    }
+    if (key == Qt::Key_Escape && !mFilterLine->isHidden()) {
+        CloseFilter();
+        return true;
+    }
+    const int column = modifiers == Qt::ControlModifier ? ColumnOfKey(key) : -1;
+    if (column < 0 || column >= mModel.columnCount())
+        return false;
+    emit ColumnClick(column);
+    return true;
+}
+
+int ListView::ColumnOfKey(int key) const {
+    constexpr int kTenth = 9;
+    if (key >= Qt::Key_1 && key <= Qt::Key_9)
+        return key - Qt::Key_1;
+    switch (key) {
+        case Qt::Key_0:
+            return kTenth;
+        case Qt::Key_Left:
+            return mSortKey - 1;
+        case Qt::Key_Right:
+            return mSortKey + 1;
+        default:
+            return -1;
+    }
+}
+
+void ListView::OpenFilter() {
+    if (mFilterLine->isHidden())
+        mFilterLine->ShowCount(mModel.Rows(), mAllRows);
+    mFilterLine->Open();
+}
+
+void ListView::CloseFilter() {
+    const bool hadFocus = mFilterLine->isAncestorOf(QApplication::focusWidget());
+    mFilterLine->Close();
+    if (hadFocus)
+        CurrentView().setFocus();
+}
+
+void ListView::Filter(const QString& text) {
+    mFilter = text;
+    mModel.Filter(text.toStdString());
+    mFilterLine->ShowCount(mModel.Rows(), mAllRows);
+    ShowHint();
+}
+
+void ListView::GoToRows() {
+    QAbstractItemView& view = CurrentView();
+    view.setFocus();
+    if (!HasSelection() && mModel.rowCount() > 0)
+        view.setCurrentIndex(view.currentIndex().isValid() ? view.currentIndex() : mModel.index(0, 0));
+}
+
+bool ListView::HasSelection() const {
+    return mDetails->selectionModel()->hasSelection();
+}
+
+std::vector<std::size_t> ListView::SelectedRows() const {
+    // By ranges: a million rows that are selected at once are a single one.
+    std::vector<std::size_t> rows;
+    for (const QItemSelectionRange& range : mDetails->selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(static_cast<std::size_t>(row));
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
 }
 
 bool ListView::IsSelected(std::size_t row) const {
@@ -101,6 +230,12 @@ void ListView::Watch(QObject& observer) {
 }
 
 void ListView::Hint(const QString& text) {
+    mHint = text;
+    ShowHint();
+}
+
+void ListView::ShowHint() {
+    const QString text = mFilter.isEmpty() ? mHint : QString("No row holds \"%1\".").arg(mFilter);
     mDetails->Hint(text);
     mIcons->Hint(text);
 }

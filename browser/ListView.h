@@ -5,6 +5,7 @@
 #pragma once
 
 #include "browser/ListModel.h"
+#include "browser/ListSink.h"
 
 #include <QString>
 #include <QWidget>
@@ -12,15 +13,17 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class DetailsView;
+class FilterLine;
 class IconsView;
 class QAbstractItemView;
 class QStackedWidget;
 
 enum class ListStyle : std::uint8_t { LargeIcons = 0, SmallIcons = 1, List = 2, Details = 3 };
 
-class ListView final : public QWidget {
+class ListView final : public QWidget, public ListSink {
     Q_OBJECT
 public:
     explicit ListView(QWidget* parent = nullptr);
@@ -30,19 +33,35 @@ public:
     /// Whether the icons flow anew when the window's size changes, or stay where they are.
     void Arrange(bool automatic);
 
-    void AddColumn(std::string_view caption, int width);
-    /// See ListModel.
-    void AddRow(std::string_view key, std::string_view text, Image icon);
-    void SetSubItem(int column, std::string_view text);
+    void AddColumn(std::string_view caption, int width) override;
+    void AddRow(std::string_view key, std::string_view text, Image icon) override;
+    void AddCountedRow(std::string_view machine, std::string_view keyEnd, std::string_view text,
+                       Image icon) override;
+    void SetSubItem(int column, std::string_view text) override;
     void ClearItems();
+    /// Forgets how the list was sorted and what was sought in it, too: the next one stands in its own order.
     void ClearColumns();
 
     const ListModel& Items() const { return mModel; }
     bool IsSelected(std::size_t row) const;
+    bool HasSelection() const;
+    /// In the order of the list.
+    std::vector<std::size_t> SelectedRows() const;
     /// The view on display; the other one is hidden.
     QAbstractItemView& CurrentView() const;
     /// The row that bears the focus, or -1.
     int SelectedItem() const;
+
+    /// The column, from 0, and the order of the last sort; at first the first column's ascending, though
+    /// the rows stand as they were added until Sorted.
+    int SortKey() const { return mSortKey; }
+    Qt::SortOrder SortOrder() const { return mSortOrder; }
+    bool Sorted() const { return mSorted; }
+    /// Sorts as a click on the caption of `column` does: the column of the last sort turns its order round,
+    /// another one begins ascending.
+    void SortBy(int column);
+    /// Opens the line in which a text is typed that the rows must hold.
+    void OpenFilter();
 
     /// The name for assistive technology.
     void Name(const QString& name);
@@ -51,15 +70,39 @@ public:
     /// Drawn in the middle of a list without rows.
     void Hint(const QString& text);
 
+signals:
+    /// A row was double-clicked, or Enter was pressed on it.
+    void DblClick();
+    /// The caption of a column, from 0, was clicked. Ctrl with a digit stands for one of the first ten, Ctrl
+    /// with the arrow keys for the neighbour of the one last sorted by.
+    void ColumnClick(int column);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     friend class ListFill;
     void Publish();
+    bool HandleKey(int key, Qt::KeyboardModifiers modifiers);
+    int ColumnOfKey(int key) const;
+    void Filter(const QString& text);
+    void CloseFilter();
+    void ShowHint();
+    void GoToRows();
 
     ListModel mModel;
     ListStyle mMode = ListStyle::Details;
     QStackedWidget* mStack;
     DetailsView* mDetails;
     IconsView* mIcons;
+    FilterLine* mFilterLine;
+    QString mFilter;
+    /// Rows before any filter.
+    std::size_t mAllRows = 0;
+    QString mHint;
+    int mSortKey = 0;
+    Qt::SortOrder mSortOrder = Qt::AscendingOrder;
+    bool mSorted = false;
 };
 
 /// The time during which a list is filled; its end shows the rows, those before a failure as well.

@@ -23,11 +23,12 @@ LongWork::~LongWork() {
     --gRunning;
 }
 
-void LongWork::Step() {
+bool LongWork::Step() {
     if (++mSteps % kStepsPerLook != 0 || mSincePump.elapsed() < kPumpInterval)
-        return;
+        return false;
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     mSincePump.restart();
+    return true;
 }
 
 bool LongWork::IsRunning() {

@@ -12,8 +12,8 @@ public:
     LongWork(const LongWork&) = delete;
     LongWork& operator=(const LongWork&) = delete;
 
-    /// To be called at every row; it pumps events about every 50 milliseconds.
-    void Step();
+    /// To be called at every row; it pumps events about every 50 milliseconds, and tells when it did.
+    bool Step();
     /// Whether any is under way, so that a timer's handler does not start another one within it.
     static bool IsRunning();
 

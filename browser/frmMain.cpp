@@ -22,6 +22,7 @@
 #include <QMenu>
 #include <QProgressBar>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTreeView>
 
@@ -78,6 +79,7 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
       mClock(clock),
       mProgramFolder(std::move(programFolder)),
       mSession(*this, prompts, clock, mProgramFolder, UnloadSplash),
+      mImport(ImportContext{*this, settings, prompts, clock, mProgramFolder}),
       mSplit(kFirstSplit) {
     setObjectName("frmMain");
     setWindowTitle("MOVA Professional Administration Module");
@@ -86,9 +88,12 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
     BuildControls();
     BuildMenus();
     BuildToolBar();
+    auto* const find = new QShortcut(QKeySequence("Ctrl+F"), this);
+    connect(find, &QShortcut::activated, lvListView, &ListView::OpenFilter);
     mNodeTimer.setSingleShot(true);
     connect(&mNodeTimer, &QTimer::timeout, this, [this] {
-        if (!LongWork::IsRunning())
+        // An import that has begun since shows the tree anew when it ends.
+        if (!LongWork::IsRunning() && !mHasHourglass)
             NodeClick(SelectedNode());
     });
     FormRegistry::Instance().Load("frmMain", this, [this] { close(); });
@@ -137,6 +142,8 @@ void frmMain::BuildControls() {
     lvListView->setObjectName("lvListView");
     lvListView->Name("Contents of the selected node");
     lvListView->Watch(*this);
+    connect(lvListView, &ListView::DblClick, this, &frmMain::lvListView_DblClick);
+    connect(lvListView, &ListView::ColumnClick, this, &frmMain::lvListView_ColumnClick);
     setTabOrder(tvTreeView, lvListView);
 
     imgSplitter = new QWidget(panes);

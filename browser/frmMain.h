@@ -4,12 +4,14 @@
 // and hides it, but does not destroy it.
 // Its files: frmMain.cpp the frame's life, frmMainCommands.cpp menus and their availability,
 // frmMainLayout.cpp the arrangement, frmMainView.cpp the view commands, frmMainTree.cpp the tree and the
-// machine overview, frmMainPopup.cpp the mouse's right button.
+// machine overview, frmMainLists.cpp the lists of the categories, frmMainInteraction.cpp what is done to a
+// list, frmMainPopup.cpp the pop-up menus.
 #pragma once
 
 #include "browser/Commands.h"
 #include "core/DatabaseSession.h"
 #include "core/MainForm.h"
+#include "import/ImportCommands.h"
 #include "platform/clock.h"
 #include "platform/prompts.h"
 #include "platform/settings.h"
@@ -21,6 +23,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 class ListView;
 enum class ListStyle : std::uint8_t;
@@ -51,7 +54,12 @@ public:
     void ProgressMaximum(int maximum) override;
     void ProgressValue(int value) override;
     void Pointer(MousePointer pointer) override;
+    QWidget* OwnerWindow() override { return this; }
     int ShowConf() const override { return mShowConf; }
+    std::string ListItemText(std::size_t row) const override;
+    std::vector<std::size_t> SelectedListItems() const override;
+    bool CheckIfSelected() const override;
+    void Activate() override;
     bool ConnectSinDatabase(const std::string& path) override;
     void OpenSinDatabase() override;
     void CloseSinDatabase(bool clearPath) override;
@@ -69,11 +77,52 @@ public:
     void NodeClick(const QModelIndex& node);
     /// Fills an empty list with the overview of all machines.
     void DisplayUsers(ListView& list);
+    /// Goes to the node that the list's current row stands for, if any.
+    void lvListView_DblClick();
+    /// Sorts the list by the column, from 0, or turns its order round.
+    void lvListView_ColumnClick(int column);
+
+    /// The lists of the categories, see CategoryLists.h: each fills an empty list, of all machines or of one,
+    /// from configuration `confID`. The two that end in DRVDETIAL belong to the nodes that end in
+    /// ?DRVDETAIL. Failures are the caller's to show; the rows before one stay.
+    void Get_Main(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_CPU_All(ListView& list, std::int16_t confID);
+    void Get_CPU(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEV_All(ListView& list, std::int16_t confID);
+    void Get_DEV(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEVDISP_All(ListView& list, std::int16_t confID);
+    void Get_DEVDISP(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEVMB_All(ListView& list, std::int16_t confID);
+    void Get_DEVMB(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DEVNET_All(ListView& list, std::int16_t confID);
+    void Get_DEVNET(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DRV_All(ListView& list, std::int16_t confID);
+    void Get_DRV(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_DRVDETIAL_All(ListView& list, std::int16_t confID);
+    void Get_DRVDETIAL(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_IO_All(ListView& list, std::int16_t confID);
+    void Get_IO(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_MSO_All(ListView& list, std::int16_t confID);
+    void Get_MSO(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_ODB_All(ListView& list, std::int16_t confID);
+    void Get_ODB(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_OS_All(ListView& list, std::int16_t confID);
+    void Get_OS(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_PRN_All(ListView& list, std::int16_t confID);
+    void Get_PRN(ListView& list, const std::string& machine, std::int16_t confID);
+    void Get_UNI_All(ListView& list, std::int16_t confID);
+    void Get_UNI(ListView& list, const std::string& machine, std::int16_t confID);
 
     void mnuSelectDatabase();
     void mnuNewDatabase();
     void mnuCloseDatabase();
+    void mnuImport();
+    void mnuQuickImport();
+    void mnuPopRImport();
     void mnuFileClose();
+    /// Puts the selected rows, or all where none is, on the clipboard as text with tabs.
+    void mnuCopy();
+    void mnuProperties();
     void mnuViewToolbar();
     void mnuViewStatusBar();
     void mnuProgress();
@@ -97,6 +146,7 @@ private:
     void AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus);
     QAction* AddItem(const CommandRow& row, QMenu& menu);
     void Run(ClickHandler click, int index, std::string_view caption);
+    void ComesLater(std::string_view caption);
     QAction& Action(std::string_view name) const;
     void SetEnabled(CommandNames names, bool isEnabled);
 
@@ -131,6 +181,7 @@ private:
     const Clock& mClock;
     std::string mProgramFolder;
     DatabaseSession mSession;
+    ImportCommands mImport;
     std::function<void()> mOnExit;
     bool mIsLoaded = true;
     bool mHasHourglass = false;

@@ -105,8 +105,12 @@ void frmMain::Run(ClickHandler click, int index, std::string_view caption) {
     if (click != nullptr)
         Guarded("Error#", [&] { click(*this, index); });
     else
-        mPrompts.MsgBox("This command comes with a later version.", MsgBoxStyle::kInformation,
-                        WithoutAccessKey(caption));
+        ComesLater(caption);
+}
+
+void frmMain::ComesLater(std::string_view caption) {
+    mPrompts.MsgBox("This command comes with a later version.", MsgBoxStyle::kInformation,
+                    WithoutAccessKey(caption));
 }
 
 QAction& frmMain::Action(std::string_view name) const {
@@ -163,6 +167,23 @@ void frmMain::CloseSinDatabase(bool clearPath) {
 void frmMain::Relink() {
     mSession.Relink();
     ShowHint();
+}
+
+void frmMain::Activate() {
+    mSession.Activate();
+    ShowHint();
+}
+
+void frmMain::mnuImport() {
+    mImport.mnuImport();
+}
+
+void frmMain::mnuQuickImport() {
+    mImport.mnuQuickImport();
+}
+
+void frmMain::mnuPopRImport() {
+    mImport.mnuPopRImport();
 }
 
 void frmMain::mnuFileClose() {

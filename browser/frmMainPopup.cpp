@@ -5,11 +5,22 @@
 #include "browser/frmMain.h"
 
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTreeView>
 
 namespace {
+
+/// Shift+F10 asks on every keyboard, and on those that have one the menu key.
+bool AsksByKeyboard(const QEvent& event) {
+    if (event.type() == QEvent::ContextMenu)
+        return static_cast<const QContextMenuEvent&>(event).reason() == QContextMenuEvent::Keyboard;
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier;
+}
 
 /// Where the event asks for a pop-up menu, if it does. The mouse asks when its button goes up.
 std::optional<QPoint> PopupPosition(const QAbstractItemView& view, const QEvent& event) {
@@ -18,10 +29,10 @@ std::optional<QPoint> PopupPosition(const QAbstractItemView& view, const QEvent&
         if (mouse.button() == Qt::RightButton)
             return mouse.globalPosition().toPoint();
     }
-    if (event.type() == QEvent::ContextMenu &&
-        static_cast<const QContextMenuEvent&>(event).reason() == QContextMenuEvent::Keyboard) {
+    if (AsksByKeyboard(event)) {
         const QRect item = view.visualRect(view.currentIndex());
-        return view.viewport()->mapToGlobal(item.isValid() ? item.bottomLeft() : QPoint());
+        const bool isSeen = view.viewport()->rect().intersects(item);
+        return view.viewport()->mapToGlobal(isSeen ? item.bottomLeft() : QPoint());
     }
     return std::nullopt;
 }
@@ -46,7 +57,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     else
         ShowListPopup(*position);
     // The view itself must see the button go up.
-    return event->type() == QEvent::ContextMenu;
+    return event->type() != QEvent::MouseButtonRelease;
 }
 
 void frmMain::ShowTreePopup(const QPoint& position) {

@@ -157,10 +157,6 @@ void frmMain::ShowUnknownNode() {
     mPrompts.MsgBox("You have clicked on a sub-tree that is not supported??", MsgBoxStyle::kOKOnly, "");
 }
 
-void frmMain::ShowCategory(const std::string& /*key*/) {
-    StatusText("This list comes with a later version.");
-}
-
 void frmMain::DisplayUsers(ListView& list) {
     Guarded("Error#", [&] { ListUsers(list); });
 }
@@ -178,10 +174,11 @@ void frmMain::ListUsers(ListView& list) {
     {
         LongWork work;
         const ListFill fill(list);
-        ADODB::FieldList& fields = gRecordset->Fields();
+        const ADODB::FieldList& fields = gRecordset->Fields();
+        const ADODB::Field& logonDate = fields.Item("Logon Date");
         for (; !gRecordset->EndOfFile(); gRecordset->MoveNext()) {
             ProgressValue(count);
-            const int age = AgeOf(fields.Item("Logon Date"), ages);
+            const int age = AgeOf(logonDate, ages);
             const std::string name(fields.Item(kName).Text());
             list.AddRow(name + std::string(kMachineSuffix), TextOrNotAvailable(fields.Item(kName)),
                         AgeImage(age));

@@ -3,7 +3,11 @@
 // commands a small fake. Widgets stay behind it, so who includes it needs no toolkit.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
+
+class QWidget;
 
 enum class MousePointer { Default = 0, Hourglass = 11 };
 
@@ -17,12 +21,23 @@ public:
     virtual void ProgressMaximum(int maximum) = 0;
     virtual void ProgressValue(int value) = 0;
     virtual void Pointer(MousePointer pointer) = 0;
+    /// Owner of what is shown modally; null where there is no window.
+    virtual QWidget* OwnerWindow() = 0;
 
     /// The configuration on display: 0 original, 1 current.
     virtual int ShowConf() const = 0;
     /// Checks the menu items and presses the button of a configuration, as a click on its menu item does.
     virtual void mnuConfig(int index) = 0;
 
+    /// The text of the list's row `row`, which is that of its first column.
+    virtual std::string ListItemText(std::size_t row) const = 0;
+    /// The selected rows of the list, from its first to its last.
+    virtual std::vector<std::size_t> SelectedListItems() const = 0;
+    /// Whether any row of the list is selected.
+    virtual bool CheckIfSelected() const = 0;
+
+    /// Opens the database anew where gFirstActivation asks for it, as a window that comes to the front does.
+    virtual void Activate() = 0;
     /// The life of the database session; see DatabaseSession.
     virtual bool ConnectSinDatabase(const std::string& path) = 0;
     virtual void OpenSinDatabase() = 0;

@@ -52,6 +52,11 @@ struct stat Status(const std::string& path) {
     return status;
 }
 
+bool IsFolder(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 bool IsRegular(const std::string& folder, const dirent& entry) {
     if (entry.d_type == DT_REG)
         return true;
@@ -169,6 +174,26 @@ std::vector<std::string> DirectoryListing::Spellings(std::string_view name) cons
             if (EqualNoCase(entry, name))
                 spellings.push_back(entry);
     return spellings;
+}
+
+std::string FolderOnDisk(std::string_view path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.remove_suffix(1);
+    const std::string exact(path);
+    if (IsFolder(exact) || path.find('/') == std::string_view::npos)
+        return exact;
+    const std::string parent = path.rfind('/') == 0 ? "/" : FolderOf(path);
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(parent.c_str()), closedir);
+    std::string found;
+    // Of several spellings the first by bytes, as DirectoryListing has it.
+    while (const dirent* const entry = entries ? readdir(entries.get()) : nullptr) {
+        const std::string spelling = static_cast<const char*>(entry->d_name);
+        if (EqualNoCase(spelling, name) && (found.empty() || spelling < found) &&
+            IsFolder(JoinPath(parent, spelling)))
+            found = spelling;
+    }
+    return found.empty() ? exact : JoinPath(parent, found);
 }
 
 std::optional<std::string> FindFile(std::string_view folder, std::string_view name) {

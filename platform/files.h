@@ -43,6 +43,10 @@ private:
     std::vector<std::string> mOtherSpellings;
 };
 
+/// `path` with the last folder's name as it stands on disk: the exact one first, else one that differs in
+/// case alone. A separator at the end goes. Where there is no such folder, the path itself.
+std::string FolderOnDisk(std::string_view path);
+
 /// The path of the file `name` in `folder`, without regard to case, or nothing.
 std::optional<std::string> FindFile(std::string_view folder, std::string_view name);
 

@@ -6,6 +6,7 @@
 #include "platform/errors.h"
 #include "tests/browser/MainWindowTest.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
@@ -174,21 +175,25 @@ TEST_F(MainWindowTest, WithoutADatabaseOnlyOpeningAndCreatingAreLeft) {
         EXPECT_EQ(IsEnabled(c.name), c.closed) << c.name;
     // Neither key has anything to act on; a box would fail the test.
     QTest::keyClick(form.get(), Qt::Key_C, Qt::ControlModifier);
-    QTest::keyClick(form.get(), Qt::Key_I, Qt::ControlModifier);
+    QTest::keyClick(form.get(), Qt::Key_E, Qt::ControlModifier);
 
     form->EnableDatabaseCommands();
     for (const auto& c : cases)
         EXPECT_EQ(IsEnabled(c.name), c.open) << c.name;
-    prompts.Expect(Box("Import", "This command comes with a later version."));
-    QTest::keyClick(form.get(), Qt::Key_I, Qt::ControlModifier);
+    prompts.Expect(Box("Export", "This command comes with a later version."));
+    QTest::keyClick(form.get(), Qt::Key_E, Qt::ControlModifier);
 }
 
 TEST_F(MainWindowTest, TheToolbarsCopyDoesNothing) {
     MakeDatabase(kTwoMachines);
     LoadAndShow();
+    Click("ALL");
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    clipboard.setText("before");
     Action("Copy").trigger();
-    prompts.Expect(Box("Copy", "This command comes with a later version."));
+    EXPECT_EQ(clipboard.text(), "before");
     QTest::keyClick(form.get(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_NE(clipboard.text(), "before");
 }
 
 TEST_F(MainWindowTest, NoKeyBelongsToTwoCommands) {

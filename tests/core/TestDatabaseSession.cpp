@@ -2,9 +2,9 @@
 // The roads to an open database and back, walked over a small fake of the main window.
 #include "core/DatabaseSession.h"
 #include "core/Globals.h"
-#include "core/MainForm.h"
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "tests/support/FakeForm.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
@@ -15,28 +15,6 @@
 #include <memory>
 
 namespace {
-
-/// Notes what the session asks of the window.
-class FakeForm final : public MainForm {
-public:
-    void StatusText(const std::string& text) override { told += text + "\n"; }
-    void ProgressMaximum(int) override {}
-    void ProgressValue(int) override {}
-    void Pointer(MousePointer) override {}
-    int ShowConf() const override { return 1; }
-    void mnuConfig(int index) override { told += "config " + std::to_string(index) + "\n"; }
-    bool ConnectSinDatabase(const std::string& path) override { return session->ConnectSinDatabase(path); }
-    void OpenSinDatabase() override { told += "tree\n"; }
-    void CloseSinDatabase(bool clearPath) override { session->CloseSinDatabase(clearPath); }
-    void Relink() override { session->Relink(); }
-    void EnableDatabaseCommands() override { told += "enable\n"; }
-    void DisableDatabaseCommands() override { told += "disable\n"; }
-    void ClearTreeAndList() override { told += "clear\n"; }
-    void mnuViewRefresh() override {}
-
-    DatabaseSession* session = nullptr;
-    std::string told;
-};
 
 class DatabaseSessionTest : public testing::Test {
 protected:

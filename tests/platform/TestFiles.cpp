@@ -22,6 +22,30 @@ TEST(Files, AnEmptyFolderIsNowhere) {
     EXPECT_TRUE(DirectoryListing("/nonexistent").Names().empty());
 }
 
+TEST(Files, AFoldersNameIsFoundInWhateverCase) {
+    TemporaryFolder folder;
+    folder.WriteFile("INF/PC1.ORG", "");
+    folder.WriteFile("both/x", "");
+    folder.WriteFile("Both/x", "");
+    folder.WriteFile("file", "");
+    const struct {
+        const char *sought, *found, *why;
+    } cases[] = {
+        {"inf", "INF", "another case"},
+        {"INF", "INF", "its own"},
+        {"inf/", "INF", "a separator at the end names the same folder"},
+        {"both", "both", "the exact one first"},
+        {"BOTH", "Both", "else the first by bytes"},
+        {"FILE", "FILE", "a file is no folder"},
+        {"none", "none", "what is not there keeps its name"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(FolderOnDisk(folder.Path(c.sought)), folder.Path(c.found)) << c.why;
+    EXPECT_EQ(FolderOnDisk("/TMP"), "/tmp");
+    EXPECT_EQ(FolderOnDisk("/"), "/");
+    EXPECT_EQ(FolderOnDisk(""), "");
+}
+
 TEST(Files, NamesAreListedAndFoundWithoutRegardToCase) {
     TemporaryFolder folder;
     for (const char* name : {"b.ORG", "A.org", "a.ORG", "c.organ", ".d.org", "sub/e.org"})

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the user does to the main window's list: opening a row, sorting by a column, copying, and the choice
+// of the properties dialog.
+#include "browser/Categories.h"
+#include "browser/DrillDown.h"
+#include "browser/ListView.h"
+#include "browser/LongWork.h"
+#include "browser/TreeModel.h"
+#include "browser/frmMain.h"
+#include "platform/errors.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTreeView>
+
+#include <numeric>
+
+namespace {
+
+/// Every caption is followed by a tab, the last one too; of a row's texts the last is not.
+std::string HeadingLine(const ListModel& items) {
+    std::string line;
+    for (const ListColumnHeader& column : items.Columns())
+        line += column.caption + "\t";
+    return line + "\r\n";
+}
+
+void AppendRow(std::string& text, const ListModel& items, std::size_t row) {
+    const int columns = static_cast<int>(items.Columns().size());
+    for (int column = 0; column < columns; ++column) {
+        if (column > 0)
+            text += '\t';
+        text += items.Text(row, column);
+    }
+    text += "\r\n";
+}
+
+} // namespace
+
+std::string frmMain::ListItemText(std::size_t row) const {
+    return std::string(lvListView->Items().Text(row, 0));
+}
+
+std::vector<std::size_t> frmMain::SelectedListItems() const {
+    return lvListView->SelectedRows();
+}
+
+bool frmMain::CheckIfSelected() const {
+    return lvListView->HasSelection();
+}
+
+void frmMain::lvListView_DblClick() {
+    Guarded("Error#", [this] {
+        const int row = lvListView->SelectedItem();
+        if (row < 0)
+            Raise(Errors::kNoObject);
+        const DrillDown target = DrillDownFrom(lvListView->Items().Key(static_cast<std::size_t>(row)));
+        if (target.kind == DrillKind::UnknownKey)
+            mPrompts.MsgBox(target.key, MsgBoxStyle::kOKOnly, "");
+        if (target.kind != DrillKind::Node)
+            return;
+        const QModelIndex node = mTree->Find(target.key);
+        if (!node.isValid())
+            return;
+        tvTreeView->expand(node);
+        tvTreeView->setCurrentIndex(node);
+        NodeClick(node);
+    });
+}
+
+void frmMain::lvListView_ColumnClick(int column) {
+    Guarded("Error#", [&] {
+        const LongWork work;
+        lvListView->SortBy(column);
+    });
+}
+
+void frmMain::mnuCopy() {
+    const ListModel& items = lvListView->Items();
+    if (items.Columns().empty())
+        return;
+    const LongWork work;
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    clipboard.clear();
+    std::string text = HeadingLine(items);
+    std::vector<std::size_t> rows;
+    if (CheckIfSelected()) {
+        rows = SelectedListItems();
+    } else {
+        rows.resize(items.Rows());
+        std::iota(rows.begin(), rows.end(), std::size_t{0});
+    }
+    for (const std::size_t row : rows)
+        AppendRow(text, items, row);
+    clipboard.setText(QString::fromStdString(text));
+}
+
+void frmMain::mnuProperties() {
+    const std::string key = mTree->Key(SelectedNode());
+    if (key == "ALL" || key == "MAIN" || key.find(kMachineSuffix) != std::string::npos)
+        ComesLater("Properties");
+}

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "import/frmImport.h"
+
+#include "core/FileModule.h"
+#include "core/FormRegistry.h"
+#include "core/Globals.h"
+#include "core/MainForm.h"
+#include "core/SelectAllText.h"
+#include "platform/application.h"
+#include "platform/errors.h"
+#include "platform/files.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <array>
+
+namespace {
+
+constexpr int kTextColumns = 60;
+
+std::string FrameText(int unit, int count) {
+    constexpr std::array kUnits = {"sec", "min", "hour", "day"};
+    const bool isUnit = unit >= 0 && unit < static_cast<int>(kUnits.size());
+    return std::to_string(count) + " " + (isUnit ? kUnits.at(static_cast<std::size_t>(unit)) : "");
+}
+
+/// Labels and bars hold file names, which may be of any length and must not be taken for markup.
+QLabel* StatusLabel(const char* name, const char* text, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    return label;
+}
+
+QProgressBar* Bar(const char* name, const char* meaning, QWidget* parent) {
+    auto* const bar = new QProgressBar(parent);
+    bar->setObjectName(name);
+    bar->setAccessibleName(meaning);
+    bar->setRange(0, 100);
+    bar->setValue(0);
+    return bar;
+}
+
+QPushButton* Button(const char* name, const char* caption, QWidget* parent) {
+    auto* const button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    return button;
+}
+
+} // namespace
+
+frmImport::frmImport(const ImportContext& context) : QDialog(context.form.OwnerWindow()), mContext(context) {
+    setObjectName("frmImport");
+    BuildControls();
+    Load();
+    FormRegistry::Instance().Load("frmImport", this, [this] { close(); });
+}
+
+frmImport::~frmImport() {
+    FormRegistry::Instance().Unloaded(this);
+}
+
+void frmImport::BuildControls() {
+    auto* const label = new QLabel("Import from Directory:", this);
+    label->setObjectName("Label1");
+    TXTImportDir = new QLineEdit(this);
+    TXTImportDir->setObjectName("TXTImportDir");
+    TXTImportDir->setAccessibleName("Import from Directory");
+    TXTImportDir->setMinimumWidth(fontMetrics().averageCharWidth() * kTextColumns);
+    SelectAllOnFocus(*TXTImportDir);
+    auto* const browse = Button("BTNBrowse", "Browse", this);
+    LBLName = StatusLabel("LBLName", "Import Status :", this);
+    PBImport = Bar("PBImport", "Progress over the files", this);
+    LBLNameUser = StatusLabel("LBLNameUser", "User Status :", this);
+    PBImportUser = Bar("PBImportUser", "Progress within the file", this);
+    auto* const import = Button("BTNImport", "Import", this);
+    import->setDefault(true);
+    auto* const cancel = Button("BTNCancel", "Cancel", this);
+
+    auto* const grid = new QGridLayout(this);
+    grid->addWidget(label, 0, 0, 1, 2);
+    grid->addWidget(TXTImportDir, 1, 0);
+    grid->addWidget(browse, 1, 1);
+    int row = 2;
+    for (QWidget* const widget : {static_cast<QWidget*>(LBLName), static_cast<QWidget*>(PBImport),
+                                  static_cast<QWidget*>(LBLNameUser), static_cast<QWidget*>(PBImportUser)})
+        grid->addWidget(widget, row++, 0, 1, 2);
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(import);
+    buttons->addWidget(cancel);
+    grid->addLayout(buttons, row, 0, 1, 2);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(row + 1, 1);
+
+    connect(browse, &QPushButton::clicked, this, &frmImport::Browse);
+    connect(import, &QPushButton::clicked, this, &frmImport::Import);
+    connect(cancel, &QPushButton::clicked, this, &frmImport::reject);
+}
+
+void frmImport::Load() {
+    // Not the stored folder: the program's own is offered each time.
+    const std::string own = FolderOnDisk(JoinPath(mContext.programFolder, "inf"));
+    TXTImportDir->setText(QString::fromStdString(own));
+    setWindowTitle(QString::fromStdString("Import INF files with " + FrameText(gImportTime, gImportTimeNum) +
+                                          " change"));
+    mIsCancelled = false;
+}
+
+void frmImport::Browse() {
+    const std::string folder = FileModule::BrowseForFolder(mContext.prompts, "Please select Import Directory",
+                                                           mContext.programFolder);
+    if (!folder.empty())
+        TXTImportDir->setText(QString::fromStdString(WithoutNuls(folder)));
+}
+
+void frmImport::Import() {
+    const std::unique_ptr<cSinImport> cImport = mContext.NewImport(*this);
+    const std::string folder = TXTImportDir->text().toStdString();
+    if (folder.empty()) {
+        mContext.prompts.MsgBox("Please select a directory to import from first !", MsgBoxStyle::kQuestion,
+                                "No Directory");
+        return;
+    }
+    mContext.form.Pointer(MousePointer::Hourglass);
+    bool noData = false;
+    if (!cImport->ImportInfData(FolderOnDisk(folder), "", noData)) {
+        mContext.prompts.MsgBox("Failed to Import INF Files", MsgBoxStyle::kCritical, "Import");
+        mContext.form.Pointer(MousePointer::Default);
+        return;
+    }
+    mContext.form.Pointer(MousePointer::Default);
+    if (!noData)
+        mContext.prompts.MsgBox("Import Successful!", MsgBoxStyle::kOKOnly, "Import Ok!");
+    accept();
+}
+
+void frmImport::reject() {
+    mIsCancelled = true;
+    done(Rejected);
+}
+
+void frmImport::closeEvent(QCloseEvent* event) {
+    done(Rejected);
+    event->accept();
+}
+
+void frmImport::done(int result) {
+    try {
+        if (!mIsCancelled)
+            mContext.StoreFolder(FolderOnDisk(TXTImportDir->text().toStdString()));
+    } catch (const RunTimeError& failure) {
+        mContext.prompts.MsgBox(failure.description, MsgBoxStyle::kCritical,
+                                "Error#" + NumberText(failure.number));
+    }
+    QDialog::done(result);
+}
+
+void frmImport::DoneSoFarUsers(const std::string& name, double percent) {
+    PBImport->setValue(CInt(100 * percent));
+    LBLName->setText(QString::fromStdString("Import Status : " + name));
+    if (mFilePace.IsDue())
+        LBLName->repaint();
+}
+
+void frmImport::DoneSoFarUser(const std::string& name, double percent) {
+    PBImportUser->setValue(CInt(100 * percent));
+    LBLNameUser->setText(QString::fromStdString("User Status : " + name));
+    if (!mPace.IsDue())
+        return;
+    LBLNameUser->repaint();
+    Application::LetEventsThrough();
+}
+
+void frmImport::StillWorking() {
+    if (mPace.IsDue())
+        Application::LetEventsThrough();
+}

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The start-up with everything around it in the test's hand: a folder for the program, and a collector that
+// writes what a test wants it to write.
+#pragma once
+
+#include "app/Startup.h"
+#include "core/FormRegistry.h"
+#include "core/Globals.h"
+#include "core/frmSplash.h"
+#include "import/Schema.h"
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "tests/support/FakeProcesses.h"
+#include "tests/support/FixedClock.h"
+#include "tests/support/QueuedPrompts.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTreeView>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+inline constexpr const char* kApplication = "Velmora";
+inline constexpr const char* kSection = "Settings";
+
+inline std::string MachineFile(const std::string& name) {
+    return "[NET]\r\nINFO0=" + name + "|ann|20011120|08:00:00|0|\r\n[OS]\r\nINFO0=1|\r\n";
+}
+
+class StartupTest : public testing::Test {
+protected:
+    StartupTest() : settings(folder.Path("settings.ini")) {
+        CreateDatabase(folder.Path("Template.sdb"));
+        processes.onStart = [this](const FakeProcesses::Start&) {
+            folder.WriteFile("INF/PC1.ORG", MachineFile("PC1"));
+        };
+    }
+    ~StartupTest() override {
+        startup.reset();
+        FormRegistry::Instance().Unload("frmSplash");
+        while (QApplication::overrideCursor() != nullptr)
+            QApplication::restoreOverrideCursor();
+        if (gConnection)
+            gConnection->Close();
+        gDatabasePath.clear();
+    }
+
+    bool Start(const std::string& commandLine = {}) {
+        instance = std::make_unique<SingleInstance>(folder.Path());
+        startup = std::make_unique<Startup>(folder.Path(), commandLine, settings, prompts, processes, clock,
+                                            *instance);
+        return startup->Main();
+    }
+
+    static QWidget* MainWindow() { return FormRegistry::Instance().Find("frmMain"); }
+
+    static std::string Machines() {
+        ADODB::Recordset rows;
+        std::string names;
+        for (rows.Open("SELECT * FROM Net", gConnection); !rows.EndOfFile(); rows.MoveNext())
+            names += std::string(rows.Fields().Item(0).Text()) + " ";
+        return names;
+    }
+
+    TemporaryFolder folder;
+    SettingsStore settings;
+    QueuedPrompts prompts;
+    FakeProcesses processes;
+    FixedClock clock{
+        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
+    std::unique_ptr<SingleInstance> instance;
+    std::unique_ptr<Startup> startup;
+};

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands that start an import, over a main window without widgets.
+#include "core/Globals.h"
+#include "import/ImportCommands.h"
+#include "platform/errors.h"
+#include "tests/import/ImportCommandsTest.h"
+
+namespace {
+
+TEST_F(ImportCommandsTest, QuickImportReadsTheStoredFolderAndOpensTheDatabaseAnew) {
+    Write("PC1.ORG", SmallFile("PC1"));
+    StoreFolder(inventory);
+    commands.mnuQuickImport();
+    EXPECT_EQ(form.told, "hourglass\nImport Status : PC1.ORG\narrow\nImport Successful.\nactivate\n");
+    EXPECT_EQ(form.progressMaximum, 100);
+    EXPECT_EQ(form.progress, (std::vector<int>{0, 100, 0})) << "one file is the whole way";
+    EXPECT_TRUE(gFirstActivation);
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC1");
+}
+
+TEST_F(ImportCommandsTest, TheFoldersNameMayDifferInCase) {
+    Write("PC1.ORG", SmallFile("PC1"));
+    StoreFolder(folder.Path("inf"));
+    commands.mnuQuickImport();
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC1");
+}
+
+struct FrameCase {
+    const char* why;
+    std::int16_t unit, count;
+    const char* changed;
+    bool isImported;
+};
+
+class QuickFrameTest : public ImportCommandsTest, public testing::WithParamInterface<FrameCase> {};
+
+TEST_P(QuickFrameTest, LeavesYoungChangesForLater) {
+    const FrameCase& c = GetParam();
+    Write("PC1.ORG", SmallFile("PC1", "before"), "2001-11-20 08:00:00");
+    StoreFolder(inventory);
+    ASSERT_TRUE(Import());
+    Write("PC1.ORG", SmallFile("PC1", "after"), c.changed);
+    gImportTime = c.unit;
+    gImportTimeNum = c.count;
+    commands.mnuQuickImport();
+    EXPECT_EQ(Rows("SELECT [Logon User Name] FROM Net"), c.isImported ? "after" : "before") << c.why;
+    EXPECT_EQ(gImportTime, c.unit) << "the setting itself is as it was";
+    EXPECT_EQ(gImportTimeNum, c.count);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Frames, QuickFrameTest,
+    testing::Values(FrameCase{"no frame: thirty minutes", 0, 0, "2001-11-20 08:29:59", false},
+                    FrameCase{"no frame, and older", 0, 0, "2001-11-20 08:30:00", true},
+                    FrameCase{"ninety seconds are too few", 0, 90, "2001-11-20 08:29:59", false},
+                    FrameCase{"which is no time of day, while thirty minutes is", 0, 90,
+                              "2001-11-20 08:30:00", true},
+                    FrameCase{"29 minutes are too few", 1, 29, "2001-11-20 08:29:59", false},
+                    FrameCase{"31 minutes stay in force", 1, 31, "2001-11-20 08:30:59", false},
+                    FrameCase{"and end", 1, 31, "2001-11-20 08:31:00", true},
+                    FrameCase{"an hour stays", 2, 1, "2001-11-20 08:59:59", false},
+                    FrameCase{"and ends", 2, 1, "2001-11-20 09:00:00", true},
+                    FrameCase{"a day stays", 3, 1, "2001-11-21 07:59:59", false},
+                    FrameCase{"a frame of the past is none", 1, -5, "2001-11-20 08:29:59", false},
+                    FrameCase{"a unit that is none", 9, 9999, "2001-11-20 08:30:00", true}));
+
+TEST_F(ImportCommandsTest, WithoutAFolderTheDialogAsksForOne) {
+    for (void (ImportCommands::*const command)() :
+         {&ImportCommands::mnuQuickImport, &ImportCommands::mnuPopRImport}) {
+        InDialog([](QDialog& dialog) { dialog.reject(); });
+        (commands.*command)();
+        EXPECT_EQ(std::exchange(form.told, ""), "activate\n");
+    }
+}
+
+TEST_F(ImportCommandsTest, AFolderWithoutFilesLeadsToTheDialog) {
+    Write("notes.txt", "");
+    StoreFolder(inventory);
+    prompts.Expect(Box("No INF Files",
+                       "There's no files to import in the import directory. Please select the Mova\\Inf "
+                       "directory on the server to continue.",
+                       MsgBoxStyle::kInformation));
+    InDialog([](QDialog& dialog) { dialog.reject(); });
+    commands.mnuQuickImport();
+    EXPECT_EQ(form.told, "activate\n");
+}
+
+TEST_F(ImportCommandsTest, AFolderWithCurrentFilesAloneHasNoDataAndStillSucceeds) {
+    Write("PC1.INF", SmallFile("PC1"));
+    StoreFolder(inventory);
+    prompts.Expect(Question{Question::Kind::Box, "No data to import", {}, MsgBoxStyle::kQuestion});
+    commands.mnuQuickImport();
+    EXPECT_EQ(form.told, "hourglass\narrow\nImport Successful.\nactivate\n");
+}
+
+TEST_F(ImportCommandsTest, AFailureSaysSoAndChangesNothingOnTheWindow) {
+    Write("PC1.ORG", SmallFile("O'NEIL"));
+    StoreFolder(inventory);
+    for (void (ImportCommands::*const command)() :
+         {&ImportCommands::mnuQuickImport, &ImportCommands::mnuPopRImport}) {
+        prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, MsgBoxStyle::kCritical});
+        prompts.Expect(Box("Import", "Failed to Import INF Files", MsgBoxStyle::kCritical));
+        (commands.*command)();
+        EXPECT_EQ(std::exchange(form.told, ""), "hourglass\nImport Status : PC1.ORG\narrow\n")
+            << "no success, no new opening";
+        EXPECT_FALSE(gFirstActivation);
+    }
+}
+
+TEST_F(ImportCommandsTest, AFailureOfTheCommandItselfHasABoxOfItsOwn) {
+    Write("PC1.ORG", SmallFile("PC1"));
+    StoreFolder(inventory);
+    form.failure = RunTimeError(Errors::kTypeMismatch, "Type mismatch");
+    prompts.Expect(Box("Error#13", "Type mismatch", MsgBoxStyle::kCritical));
+    gImportTimeNum = 5;
+    commands.mnuQuickImport();
+    EXPECT_EQ(form.told, "hourglass\nImport Status : PC1.ORG\narrow\nImport Successful.\narrow\n");
+    EXPECT_EQ(gImportTimeNum, 5) << "the frame comes back whatever happens";
+}
+
+TEST_F(ImportCommandsTest, TheListImportsItsSelectedMachines) {
+    for (const char* machine : {"PC1", "PC2", "PC3"})
+        Write(std::string(machine) + ".ORG", SmallFile(machine));
+    StoreFolder(inventory);
+    form.rows = {"PC1", "PC2", "PC3", "n/a", ""};
+    form.selected = {0, 2, 4};
+    commands.mnuPopRImport();
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC1\nPC3") << "a row without a text is no machine";
+    EXPECT_EQ(form.told, "hourglass\nImport Status : PC1.ORG\narrow\nImport Successful.\nactivate\n");
+    EXPECT_EQ(form.progress.back(), 0);
+}
+
+TEST_F(ImportCommandsTest, WithoutASelectionTheListImportsTheFolder) {
+    for (const char* machine : {"PC1", "PC2"})
+        Write(std::string(machine) + ".ORG", SmallFile(machine));
+    StoreFolder(inventory);
+    form.rows = {"PC1", "PC2"};
+    commands.mnuPopRImport();
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC1\nPC2");
+}
+
+TEST_F(ImportCommandsTest, RowsOfOneMachineInARowImportItOnceAndAFailureStopsNoOther) {
+    Write("PC1.ORG", SmallFile("O'NEIL"));
+    Write("PC2.ORG", SmallFile("PC2"));
+    StoreFolder(inventory);
+    form.rows = {"PC1", "PC1", "PC2", "PC2", "PC1"};
+    form.selected = {0, 1, 2, 3, 4};
+    // Each try at PC1 fails with the box of the import, and with no other.
+    for (int run = 0; run < 2; ++run)
+        prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, MsgBoxStyle::kCritical});
+    commands.mnuPopRImport();
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC2");
+    EXPECT_NE(form.told.find("Import Successful."), std::string::npos) << "it says so all the same";
+}
+
+TEST_F(ImportCommandsTest, ASelectedTextLeadsToNoFileOutsideTheFolder) {
+    folder.WriteFile("secret.org", SmallFile("SECRET"));
+    Write("PC1.ORG", SmallFile("PC1"));
+    StoreFolder(inventory);
+    form.rows = {"../secret", folder.Path("secret"), "*"};
+    form.selected = {0, 1, 2};
+    for (int row = 0; row < 3; ++row)
+        prompts.Expect(Question{Question::Kind::Box, "No data to import", {}, {}});
+    commands.mnuPopRImport();
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "");
+}
+
+} // namespace

@@ -62,6 +62,26 @@ TEST(ListModel, RefusesAKeyThatAnotherRowHas) {
     EXPECT_EQ(list.Key(0), "PC0");
 }
 
+TEST(ListModel, ComputesTheKeysThatEndInANumber) {
+    ListModel list;
+    list.AddColumn("Name", 3000);
+    list.AddRow("PC0?DRV", "a row with a key of its own", Image::None);
+    list.AddCountedRow("PC1", "?MULTI?DEV?", "PC1", Image::PC_DEVICE);
+    list.SetSubItem(1, "a");
+    list.SetSubItem(1, "b");
+    list.AddCountedRow("PC1", "?MULTI?DEV?", "PC1", Image::PC_DEVICE);
+    list.AddCountedRow("", "?MULTI?DEV?", "n/a", Image::PC_DEVICE);
+    EXPECT_EQ(list.Key(1), "PC1?MULTI?DEV?1");
+    EXPECT_EQ(list.Text(1, 0), "PC1");
+    EXPECT_EQ(list.Text(1, 1), "b");
+    EXPECT_EQ(list.Key(2), "PC1?MULTI?DEV?2");
+    EXPECT_EQ(list.Key(3), "?MULTI?DEV?3") << "the machine's name, not what stands for a missing one";
+    EXPECT_EQ(list.Text(3, 0), "n/a");
+    for (int kind = 0; kind < 300; ++kind)
+        list.AddCountedRow("PC", "?" + std::to_string(kind) + "?", "PC", Image::None);
+    EXPECT_EQ(list.Key(303), "PC?299?303") << "more kinds of keys than a row can tell apart";
+}
+
 TEST(ListModel, ShowsRowsOnlyWhenPublished) {
     ListModel list;
     list.AddColumn("Name", 3000);

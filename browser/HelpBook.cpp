@@ -65,10 +65,9 @@ void HelpBook::Open(const QString& path) {
             mEngine->searchEngine()->search(std::exchange(mWaiting, QString()));
     });
     connect(search, &QHelpSearchEngine::searchingFinished, this, &HelpBook::TellHits);
-    // Now that the file is known, its contents, index and words are read.
+    // Now that the file is known, its contents, index and words are read, as soon as events are.
     if (!mEngine->setupData())
         fail(mEngine->error().toStdString());
-    search->reindexDocumentation();
 }
 
 QUrl HelpBook::FirstPage() {

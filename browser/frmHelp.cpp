@@ -19,7 +19,9 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -30,6 +32,9 @@ namespace {
 constexpr int kWindowWidth = 130;
 constexpr int kWindowHeight = 42;
 constexpr int kNavigationWidth = 38;
+
+constexpr int kContentsTab = 0;
+constexpr int kSearchTab = 2;
 
 QLineEdit* TextBox(const char* name, const QString& meaning, QWidget* parent) {
     auto* const box = new QLineEdit(parent);
@@ -53,9 +58,10 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     QWidget* const page = BuildPage(desktop);
     tabHelp = new QTabWidget(panes);
     tabHelp->setObjectName("tabHelp");
-    AddTab(BuildContents(), "&Contents", tvContents);
-    AddTab(BuildIndex(), "&Index", txtIndex);
-    AddTab(BuildSearch(), "&Search", txtSearch);
+    tabHelp->addTab(BuildContents(), "&Contents");
+    tabHelp->addTab(BuildIndex(), "&Index");
+    tabHelp->addTab(BuildSearch(), "&Search");
+    tabHelp->tabBar()->installEventFilter(this);
     panes->addWidget(page);
     panes->setStretchFactor(1, 1);
     setCentralWidget(panes);
@@ -116,16 +122,6 @@ void frmHelp::BuildToolBar() {
     connect(txtPage, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
 }
 
-void frmHelp::AddTab(QWidget* tab, const QString& caption, QWidget* first) {
-    tab->setFocusProxy(first);
-    tabHelp->addTab(tab, caption);
-    // The key that chooses a tab goes on to what is in it.
-    connect(tabHelp, &QTabWidget::currentChanged, tab, [this, tab, first] {
-        if (tabHelp->currentWidget() == tab)
-            first->setFocus();
-    });
-}
-
 QWidget* frmHelp::BuildContents() {
     auto* const tab = new QWidget;
     tvContents = new QTreeView(tab);
@@ -135,6 +131,7 @@ QWidget* frmHelp::BuildContents() {
     tvContents->setModel(&mBook->Contents());
     auto* const layout = new QVBoxLayout(tab);
     layout->addWidget(tvContents);
+    tab->setFocusProxy(tvContents);
     connect(&mBook->Contents(), &QHelpContentModel::contentsCreated, this, [this] {
         tvContents->expandAll();
         MarkInContents(txtPage->source());
@@ -160,6 +157,7 @@ QWidget* frmHelp::BuildIndex() {
     auto* const layout = new QVBoxLayout(tab);
     layout->addWidget(txtIndex);
     layout->addWidget(lstIndex);
+    tab->setFocusProxy(txtIndex);
     connect(txtIndex, &QLineEdit::textChanged, this,
             [this](const QString& text) { lstIndex->setCurrentIndex(mBook->Index().filter(text)); });
     connect(txtIndex, &QLineEdit::returnPressed, this, [this] { ShowKeyword(lstIndex->currentIndex()); });
@@ -186,6 +184,7 @@ QWidget* frmHelp::BuildSearch() {
     layout->addWidget(txtSearch);
     layout->addWidget(lblHits);
     layout->addWidget(lstHits);
+    tab->setFocusProxy(txtSearch);
     connect(txtSearch, &QLineEdit::returnPressed, this, &frmHelp::StartSearch);
     connect(lstHits, &QListWidget::currentRowChanged, this, &frmHelp::ShowHit);
     connect(lstHits, &QListWidget::itemClicked, this, [this] { ShowHit(lstHits->currentRow()); });
@@ -224,25 +223,25 @@ void frmHelp::AddKey(const char* key, void (frmHelp::*slot)()) {
     connect(shortcut, &QShortcut::activated, this, slot);
 }
 
-void frmHelp::ComeForward(QWidget* tab, QWidget* focus) {
-    tabHelp->setCurrentWidget(tab);
+void frmHelp::ComeForward(int tab) {
+    tabHelp->setCurrentIndex(tab);
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();
-    focus->setFocus();
+    tabHelp->currentWidget()->setFocus();
 }
 
 void frmHelp::ShowContents() {
     txtPage->Show(HelpBook::FirstPage());
-    ComeForward(tabHelp->widget(0), tvContents);
+    ComeForward(kContentsTab);
 }
 
 void frmHelp::ShowSearch() {
     txtSearch->clear();
     ShowHits({});
     lblHits->clear();
-    ComeForward(tabHelp->widget(2), txtSearch);
+    ComeForward(kSearchTab);
 }
 
 void frmHelp::MarkInContents(const QUrl& page) {
@@ -319,6 +318,9 @@ void frmHelp::ChangePane() {
 }
 
 bool frmHelp::eventFilter(QObject* watched, QEvent* event) {
+    // The key of a tab goes on to what is in it, when the bar has chosen the tab.
+    if (watched == tabHelp->tabBar() && event->type() == QEvent::Shortcut)
+        QTimer::singleShot(0, this, [this] { tabHelp->currentWidget()->setFocus(); });
     if (event->type() != QEvent::KeyPress)
         return false;
     const int key = static_cast<QKeyEvent*>(event)->key();

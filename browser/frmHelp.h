@@ -38,14 +38,13 @@ protected:
 
 private:
     void BuildToolBar();
-    void AddTab(QWidget* tab, const QString& caption, QWidget* first);
     QWidget* BuildContents();
     QWidget* BuildIndex();
     QWidget* BuildSearch();
     QWidget* BuildPage(Desktop& desktop);
     void AddKey(const char* key, void (frmHelp::*slot)());
 
-    void ComeForward(QWidget* tab, QWidget* focus);
+    void ComeForward(int tab);
     void MarkInContents(const QUrl& page);
     void ShowKeyword(const QModelIndex& entry);
     void StartSearch();

@@ -64,7 +64,7 @@ TEST_F(HelpTest, SearchFindsThePageByAWordThatStandsThereAlone) {
     } cases[] = {
         {"spreadsheet", "working.html", "one word"},
         {"SPREADSH", "working.html", "its beginning, in capital letters"},
-        {"arrow grey", "", "words of several pages, and of none together"},
+        {"spreadsheet pingsound", "", "words of two pages, and of none together"},
         {"spreadsheet \"", "working.html", "a sign of the query's language"},
         {"NOT spreadsheet AND", "working.html", "words of that language are words"},
         {"- * (", "", "nothing to search for"},

@@ -44,13 +44,15 @@ void RaiseWindows() {
 } // namespace
 
 Startup::Startup(std::string programFolder, std::string commandLine, SettingsStore& settings,
-                 Prompts& prompts, Processes& processes, const Clock& clock, SingleInstance& instance)
+                 Prompts& prompts, Processes& processes, const Clock& clock, Desktop& desktop,
+                 SingleInstance& instance)
     : mProgramFolder(std::move(programFolder)),
       mCommandLine(std::move(commandLine)),
       mSettings(settings),
       mPrompts(prompts),
       mProcesses(processes),
       mClock(clock),
+      mDesktop(desktop),
       mInstance(instance) {}
 
 Startup::~Startup() {
@@ -75,7 +77,7 @@ bool Startup::Main() {
     ScreenPointer(MousePointer::Hourglass);
     if (!RebuildDatabase())
         return true;
-    mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mProgramFolder);
+    mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mDesktop, mProgramFolder);
     mForm->OnExit([] { QApplication::exit(0); });
     gMainForm = mForm.get();
     mForm->Load();

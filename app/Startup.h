@@ -5,6 +5,7 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/desktop.h"
 #include "platform/process.h"
 #include "platform/prompts.h"
 #include "platform/settings.h"
@@ -20,7 +21,7 @@ public:
     /// `programFolder` holds the collector, the template and the folder INF, and gets the database.
     /// `commandLine` is the whole of it as one text.
     Startup(std::string programFolder, std::string commandLine, SettingsStore& settings, Prompts& prompts,
-            Processes& processes, const Clock& clock, SingleInstance& instance);
+            Processes& processes, const Clock& clock, Desktop& desktop, SingleInstance& instance);
     ~Startup();
     Startup(const Startup&) = delete;
     Startup& operator=(const Startup&) = delete;
@@ -44,6 +45,7 @@ private:
     Prompts& mPrompts;
     Processes& mProcesses;
     const Clock& mClock;
+    Desktop& mDesktop;
     SingleInstance& mInstance;
     std::unique_ptr<frmMain> mForm;
 };

@@ -23,9 +23,10 @@ int main(int argc, char** argv) {
         SettingsStore settings;
         SystemProcesses processes;
         const SystemClock clock;
+        SystemDesktop desktop;
         const std::string folder = ProgramFolder();
         SingleInstance instance(folder);
-        Startup startup(folder, commandLine, settings, prompts, processes, clock, instance);
+        Startup startup(folder, commandLine, settings, prompts, processes, clock, desktop, instance);
         if (!startup.Main() || FormRegistry::Instance().Windows().empty())
             return 0;
         prompts.Owner(FormRegistry::Instance().Find("frmMain"));

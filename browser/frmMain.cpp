@@ -73,10 +73,12 @@ bool CanBeReached(const QRect& window) {
 
 } // namespace
 
-frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, std::string programFolder)
+frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, Desktop& desktop,
+                 std::string programFolder)
     : mSettings(settings),
       mPrompts(prompts),
       mClock(clock),
+      mDesktop(desktop),
       mProgramFolder(std::move(programFolder)),
       mSession(*this, prompts, clock, mProgramFolder, UnloadSplash),
       mImport(ImportContext{*this, settings, prompts, clock, mProgramFolder}),
@@ -90,6 +92,8 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
     BuildToolBar();
     auto* const find = new QShortcut(QKeySequence("Ctrl+F"), this);
     connect(find, &QShortcut::activated, lvListView, &ListView::OpenFilter);
+    auto* const help = new QShortcut(QKeySequence("F1"), this);
+    connect(help, &QShortcut::activated, this, [this] { Guarded("Error#", [this] { mnuHelpContents(); }); });
     mNodeTimer.setSingleShot(true);
     connect(&mNodeTimer, &QTimer::timeout, this, [this] {
         // An import that has begun since shows the tree anew when it ends.

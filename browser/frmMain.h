@@ -5,7 +5,7 @@
 // Its files: frmMain.cpp the frame's life, frmMainCommands.cpp menus and their availability,
 // frmMainLayout.cpp the arrangement, frmMainView.cpp the view commands, frmMainTree.cpp the tree and the
 // machine overview, frmMainLists.cpp the lists of the categories, frmMainInteraction.cpp what is done to a
-// list, frmMainPopup.cpp the pop-up menus.
+// list, frmMainPopup.cpp the pop-up menus, frmMainHelp.cpp help, mail and web.
 #pragma once
 
 #include "browser/Commands.h"
@@ -25,6 +25,8 @@
 #include <string>
 #include <vector>
 
+class Desktop;
+class frmHelp;
 class ListView;
 enum class ListStyle : std::uint8_t;
 class QAction;
@@ -42,13 +44,16 @@ class frmMain final : public QMainWindow, public MainForm {
 public:
     /// `programFolder` holds the template, the program's own database and the help. The arguments must
     /// outlive the window.
-    frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, std::string programFolder);
+    frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, Desktop& desktop,
+            std::string programFolder);
     ~frmMain() override;
 
     /// Reads the settings and opens the database, while the window is still hidden. To be called once.
     void Load();
     /// Runs at the end of mnuFileClose: ends the process.
     void OnExit(std::function<void()> handler);
+    /// Name of the help file beside the program, MOVA.HLP at first; empty where the program has none.
+    void HelpFile(std::string name);
 
     void StatusText(const std::string& text) override;
     void ProgressMaximum(int maximum) override;
@@ -130,6 +135,10 @@ public:
     void mnuViewLineUpIcons();
     void mnuConfig(int index) override;
     void mnuViewRefresh() override;
+    void mnuHelpContents();
+    void mnuHelpSearch();
+    void mnuZulWeb(int index);
+    void mnuZulEmail(int index);
     void mnuHelpAbout();
 
 protected:
@@ -147,6 +156,8 @@ private:
     QAction* AddItem(const CommandRow& row, QMenu& menu);
     void Run(ClickHandler click, int index, std::string_view caption);
     void ComesLater(std::string_view caption);
+    /// The help window, made if need be; null after a box, where the program has no help.
+    frmHelp* OpenHelp();
     QAction& Action(std::string_view name) const;
     void SetEnabled(CommandNames names, bool isEnabled);
 
@@ -179,7 +190,9 @@ private:
     SettingsStore& mSettings;
     Prompts& mPrompts;
     const Clock& mClock;
+    Desktop& mDesktop;
     std::string mProgramFolder;
+    std::string mHelpFile = "MOVA.HLP";
     DatabaseSession mSession;
     ImportCommands mImport;
     std::function<void()> mOnExit;

@@ -167,10 +167,19 @@ std::optional<std::string> DirectoryListing::Find(std::string_view name) const {
     return *found;
 }
 
+std::vector<std::string> DirectoryListing::Spellings(std::string_view name) const {
+    std::vector<std::string> spellings;
+    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings})
+        for (const std::string& entry : *names)
+            if (EqualNoCase(entry, name))
+                spellings.push_back(entry);
+    return spellings;
+}
+
 std::string FolderOnDisk(std::string_view path) {
     while (path.size() > 1 && path.back() == '/')
         path.remove_suffix(1);
-    std::string exact(path);
+    const std::string exact(path);
     if (IsFolder(exact) || path.find('/') == std::string_view::npos)
         return exact;
     const std::string parent = path.rfind('/') == 0 ? "/" : FolderOf(path);
@@ -185,15 +194,6 @@ std::string FolderOnDisk(std::string_view path) {
             found = spelling;
     }
     return found.empty() ? exact : JoinPath(parent, found);
-}
-
-std::vector<std::string> DirectoryListing::Spellings(std::string_view name) const {
-    std::vector<std::string> spellings;
-    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings})
-        for (const std::string& entry : *names)
-            if (EqualNoCase(entry, name))
-                spellings.push_back(entry);
-    return spellings;
 }
 
 std::optional<std::string> FindFile(std::string_view folder, std::string_view name) {

@@ -9,9 +9,9 @@ packages=(
     # compiler and build
     g++ cmake ninja-build ccache pkg-config git
     # libraries
-    qt6-base-dev qt6-svg-dev libsqlite3-dev
-    # running: fonts, pictures, the printers' client
-    fonts-dejavu-core qt6-qpa-plugins cups-client
+    qt6-base-dev qt6-svg-dev qt6-tools-dev libsqlite3-dev
+    # running: fonts, pictures, the help file's reader, the printers' client
+    fonts-dejavu-core qt6-qpa-plugins libqt6sql6-sqlite cups-client
     # tests, benches, fuzzing, checks
     libgtest-dev libgmock-dev libbenchmark-dev
     clang clang-format clang-tidy cppcheck libclang-rt-dev

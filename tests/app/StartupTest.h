@@ -10,6 +10,7 @@
 #include "import/Schema.h"
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeProcesses.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
@@ -52,7 +53,7 @@ protected:
     bool Start(const std::string& commandLine = {}) {
         instance = std::make_unique<SingleInstance>(folder.Path());
         startup = std::make_unique<Startup>(folder.Path(), commandLine, settings, prompts, processes, clock,
-                                            *instance);
+                                            desktop, *instance);
         return startup->Main();
     }
 
@@ -70,6 +71,7 @@ protected:
     SettingsStore settings;
     QueuedPrompts prompts;
     FakeProcesses processes;
+    FakeDesktop desktop;
     FixedClock clock{
         std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
     std::unique_ptr<SingleInstance> instance;

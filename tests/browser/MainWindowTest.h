@@ -3,6 +3,7 @@
 #pragma once
 
 #include "browser/frmMain.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
@@ -60,6 +61,7 @@ protected:
     QueuedPrompts prompts;
     FixedClock clock{
         std::chrono::year_month_day{std::chrono::year(2024), std::chrono::month(3), std::chrono::day(15)}};
+    FakeDesktop desktop;
     SettingsStore settings;
     std::unique_ptr<frmMain> form;
 };

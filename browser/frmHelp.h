@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The help window: contents, index and search on the left, the page on the right. It stands beside the main
+// window, is made when help is first asked for, destroys itself when it is closed, and remembers nothing.
+#pragma once
+
+#include "browser/HelpBook.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class Desktop;
+class HelpPage;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QListWidget;
+class QTabWidget;
+class QTreeView;
+
+class frmHelp final : public QMainWindow {
+    Q_OBJECT
+public:
+    /// `desktop` must outlive the window.
+    frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop);
+    ~frmHelp() override;
+
+    /// Comes forward with the contents and the page that they begin with.
+    void ShowContents();
+    /// Comes forward with an empty search.
+    void ShowSearch();
+
+    const HelpBook& Book() const { return *mBook; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildToolBar();
+    QWidget* BuildContents();
+    QWidget* BuildIndex();
+    QWidget* BuildSearch();
+    QWidget* BuildPage(Desktop& desktop);
+    void AddKey(const char* key, void (frmHelp::*slot)());
+
+    void ComeForward(int tab);
+    void MarkInContents(const QUrl& page);
+    void ShowKeyword(const QModelIndex& entry);
+    void StartSearch();
+    void ShowHits(const QList<HelpHit>& hits);
+    void ShowHit(int row);
+    void OpenFind();
+    void CloseFind();
+    void FindNext();
+    void FindPrevious();
+    void FindInPage(bool isBackward);
+    void ChangePane();
+    void Unload();
+
+    std::unique_ptr<HelpBook> mBook;
+    HelpPage* txtPage = nullptr;
+    QTabWidget* tabHelp = nullptr;
+    QTreeView* tvContents = nullptr;
+    QLineEdit* txtIndex = nullptr;
+    QListView* lstIndex = nullptr;
+    QLineEdit* txtSearch = nullptr;
+    QLabel* lblHits = nullptr;
+    QListWidget* lstHits = nullptr;
+    QWidget* mFindLine = nullptr;
+    QLineEdit* txtFind = nullptr;
+    QLabel* lblFind = nullptr;
+};

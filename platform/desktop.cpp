@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/desktop.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+bool SystemDesktop::Open(const std::string& address) {
+    return QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
+}

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The help: its window as a person uses it by keyboard, the commands that open it, and the mail and web
+// items beside them.
+#include "platform/errors.h"
+#include "tests/browser/HelpTest.h"
+
+namespace {
+
+TEST_F(HelpTest, F1OpensTheContentsAtTheFirstPage) {
+    LoadWithHelp();
+    Press(Qt::Key_F1);
+    ASSERT_NE(Help(), nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Help()));
+    EXPECT_EQ(Tab(), "Contents");
+    EXPECT_EQ(Shown(), "index.html");
+    EXPECT_TRUE(Page().toPlainText().contains("First steps"));
+    EXPECT_FALSE(Page().toPlainText().contains("SPDX")) << "what is no text of the page";
+    auto& contents = In<QTreeView>("tvContents");
+    EXPECT_TRUE(contents.hasFocus());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return contents.currentIndex().isValid(); }));
+    EXPECT_EQ(contents.currentIndex().data().toString(), "MOVA Administration Module");
+
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Shown(), "start.html") << "the page follows the entry";
+    const frmHelp* const first = Help();
+    Action("mnuHelpContents").trigger();
+    EXPECT_EQ(Help(), first) << "one window, asked for twice";
+    EXPECT_EQ(Shown(), "index.html");
+}
+
+TEST_F(HelpTest, TheContentsKeepUpWithLinksAndHistory) {
+    Open();
+    auto& contents = In<QTreeView>("tvContents");
+    const auto entry = [&] { return contents.currentIndex().data().toString().toStdString(); };
+    emit Page().anchorClicked(HelpBook::FirstPage().resolved(QUrl("import.html#quick")));
+    EXPECT_EQ(Shown(), "import.html#quick");
+    emit Page().anchorClicked(HelpBook::FirstPage().resolved(QUrl("databases.html")));
+    EXPECT_EQ(entry(), "Databases");
+    Press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(Shown(), "import.html#quick");
+    Press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(Shown(), "databases.html");
+    Press(Qt::Key_Home, Qt::AltModifier);
+    EXPECT_EQ(Shown(), "index.html");
+
+    // Two entries lead to the page of the main window; the one that was chosen stays chosen.
+    contents.setCurrentIndex(contents.currentIndex());
+    while (entry() != "Menus and toolbar")
+        Press(Qt::Key_Down);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(entry(), "The main window");
+    EXPECT_EQ(Shown(), "window.html");
+}
+
+TEST_F(HelpTest, SearchFindsThePageByAWordThatStandsThereAlone) {
+    Open("mnuHelpSearch");
+    EXPECT_EQ(Tab(), "Search");
+    ASSERT_TRUE(In<QLineEdit>("txtSearch").hasFocus());
+    auto& hits = In<QListWidget>("lstHits");
+    const auto& count = In<QLabel>("lblHits");
+    struct {
+        const char *words, *page, *why;
+    } cases[] = {
+        {"spreadsheet", "working.html", "one word"},
+        {"SPREADSH", "working.html", "its beginning, in capital letters"},
+        {"spreadsheet pingsound", "", "words of two pages, and of none together"},
+        {"spreadsheet \"", "working.html", "a sign of the query's language"},
+        {"NOT spreadsheet AND", "working.html", "words of that language are words"},
+        {"- * (", "", "nothing to search for"},
+        {"xyzzy", "", "a word that no page holds"},
+    };
+    for (const auto& c : cases) {
+        In<QLineEdit>("txtSearch").setText(c.words);
+        hits.clear();
+        In<QLabel>("lblHits").clear();
+        Press(Qt::Key_Return);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !count.text().isEmpty(); })) << c.why;
+        ASSERT_EQ(hits.count(), *c.page == '\0' ? 0 : 1) << c.why;
+        if (hits.count() == 0)
+            continue;
+        EXPECT_EQ(hits.item(0)->data(Qt::UserRole).toUrl().fileName(), c.page) << c.why;
+        EXPECT_FALSE(hits.item(0)->text().contains('<')) << "plain text";
+    }
+
+    In<QLineEdit>("txtSearch").setText("spreadsheet");
+    Press(Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return hits.count() == 1; }));
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Shown(), "working.html");
+    EXPECT_EQ(Page().textCursor().selectedText(), "spreadsheet") << "the page stands at the word";
+
+    Action("mnuHelpSearch").trigger();
+    EXPECT_TRUE(In<QLineEdit>("txtSearch").text().isEmpty()) << "each search begins anew";
+    EXPECT_EQ(hits.count(), 0);
+}
+
+TEST_F(HelpTest, TheIndexLeadsToThePlace) {
+    Open();
+    Press(Qt::Key_I, Qt::AltModifier);
+    EXPECT_EQ(Tab(), "Index");
+    ASSERT_TRUE(In<QLineEdit>("txtIndex").hasFocus());
+    Type("quick");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Shown(), "import.html#quick");
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Type("pingsound");
+    Press(Qt::Key_Down);
+    EXPECT_TRUE(In<QListView>("lstIndex").hasFocus());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Shown(), "collector.html#ini");
+}
+
+TEST_F(HelpTest, FindGoesRoundThePage) {
+    Open();
+    Press(Qt::Key_F, Qt::ControlModifier);
+    auto& line = In<QLineEdit>("txtFind");
+    ASSERT_TRUE(line.hasFocus());
+    Type("COLLECTOR");
+    Press(Qt::Key_Return);
+    const int first = Page().textCursor().position();
+    EXPECT_EQ(Page().textCursor().selectedText().toLower(), "collector");
+    int places = 1;
+    for (Press(Qt::Key_F3); Page().textCursor().position() != first && places < 100; Press(Qt::Key_F3))
+        ++places;
+    EXPECT_EQ(places, Page().toPlainText().count("collector", Qt::CaseInsensitive))
+        << "each once, then the first";
+    Press(Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_GT(Page().textCursor().position(), first) << "from the first back to the last";
+    line.setText("xyzzy");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(In<QLabel>("lblFind").text().isEmpty());
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(In<QWidget>("findLine").isVisible());
+    EXPECT_TRUE(Page().hasFocus());
+}
+
+TEST_F(HelpTest, TextGrowsShrinksAndComesBack) {
+    Open();
+    const double size = Page().font().pointSizeF();
+    Press(Qt::Key_Plus, Qt::ControlModifier);
+    Press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(Page().font().pointSizeF(), size);
+    Press(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(Page().font().pointSizeF(), size);
+    Press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_LT(Page().font().pointSizeF(), size);
+    Press(Qt::Key_F6);
+    EXPECT_TRUE(Page().hasFocus());
+    Press(Qt::Key_F6);
+    EXPECT_TRUE(In<QTreeView>("tvContents").hasFocus());
+}
+
+TEST_F(HelpTest, LinksLeaveTheHelpForTheDesktopAlone) {
+    Open();
+    struct {
+        const char* link;
+        bool isOpened;
+        const char* why;
+    } cases[] = {
+        {"https://www.example.com/orvane/", true, "a page of the web"},
+        {"mailto:support.uk@example.com", true, "mail"},
+        {"file:///etc/passwd", false, "no file of this computer"},
+        {"ssh://example.com", false, "no other program"},
+    };
+    for (const auto& c : cases) {
+        desktop.opened.clear();
+        emit Page().anchorClicked(QUrl(c.link));
+        EXPECT_EQ(desktop.opened.size(), c.isOpened ? 1U : 0U) << c.why;
+        EXPECT_EQ(Shown(), "index.html") << c.why;
+    }
+    EXPECT_TRUE(Page()
+                    .loadResource(QTextDocument::ImageResource, QUrl("file:///etc/passwd"))
+                    .toByteArray()
+                    .isEmpty());
+}
+
+TEST_F(HelpTest, GoesWithTheMainWindowAndLeavesNothingBehind) {
+    Open();
+    const std::string engine = Help()->Book().Folder();
+    EXPECT_TRUE(std::filesystem::exists(engine));
+    const std::string stored = folder.ReadFile("settings.ini");
+    Press(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(Help(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(std::filesystem::exists(engine));
+    EXPECT_EQ(folder.ReadFile("settings.ini"), stored);
+
+    Action("mnuHelpContents").trigger();
+    ASSERT_NE(Help(), nullptr);
+    form->close();
+    EXPECT_EQ(Help(), nullptr);
+}
+
+TEST_F(HelpTest, AHelpFileThatCanNotBeReadIsTold) {
+    MakeDatabase({});
+    LoadAndShow();
+    const std::string path = folder.Path("MOVA.HLP");
+    prompts.Expect(Box("Error#53", "File not found: " + path, MsgBoxStyle::kCritical));
+    Action("mnuHelpContents").trigger();
+    prompts.Expect(Box("Error#53", "File not found: " + path, MsgBoxStyle::kCritical));
+    Press(Qt::Key_F1);
+
+    std::filesystem::copy_file(MOVA_HELP_FILE, path);
+    const std::string whole = folder.ReadFile("MOVA.HLP");
+    struct {
+        std::string bytes;
+        const char* why;
+    } cases[] = {
+        {"", "empty"},
+        {"not a help file at all", "text"},
+        {whole.substr(0, 100), "cut in its head"},
+        {whole.substr(0, whole.size() / 2), "cut in its middle"},
+        {whole.substr(0, 4096) + std::string(whole.size() - 4096, 'x'), "overwritten"},
+    };
+    for (const auto& c : cases) {
+        folder.WriteFile("MOVA.HLP", c.bytes);
+        prompts.Expect(Question{Question::Kind::Box, "Error#75", {}, MsgBoxStyle::kCritical});
+        Action("mnuHelpSearch").trigger();
+        EXPECT_EQ(Help(), nullptr) << c.why;
+    }
+    folder.WriteFile("MOVA.HLP", whole);
+    Action("mnuHelpSearch").trigger();
+    EXPECT_NE(Help(), nullptr) << "well again at the next try";
+}
+
+TEST_F(HelpTest, AProgramWithoutAHelpFileSaysSo) {
+    LoadWithHelp();
+    form->HelpFile("");
+    for (const char* item : {"mnuHelpContents", "mnuHelpSearch"}) {
+        prompts.Expect(Box("MOVA Professional Administration Module",
+                           "Unable to display Help Contents. There is no Help associated with this project.",
+                           MsgBoxStyle::kInformation));
+        Action(item).trigger();
+        EXPECT_EQ(Help(), nullptr);
+    }
+}
+
+TEST_F(HelpTest, MailAndWebGoToTheDesktopWhateverItSays) {
+    MakeDatabase({});
+    Load();
+    for (const bool hasPrograms : {true, false}) {
+        desktop.hasPrograms = hasPrograms;
+        desktop.opened.clear();
+        for (const char* item :
+             {"mnuZulWeb(0)", "mnuZulEmail(0)", "mnuZulEmail(1)", "mnuZulEmail(2)", "mnuZulEmail(3)"})
+            Action(item).trigger();
+        const std::vector<std::string> expected = {
+            "https://www.example.com/orvane/", "mailto:sales.uk@example.com", "mailto:support.uk@example.com",
+            "mailto:sales.za@example.com", "mailto:support.za@example.com"};
+        EXPECT_EQ(desktop.opened, expected);
+    }
+}
+
+} // namespace

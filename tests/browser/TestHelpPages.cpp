@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The pages of the help as a whole: nothing in them leads nowhere, and nothing stands apart.
+#include "tests/browser/HelpTest.h"
+
+#include <QHelpContentModel>
+#include <QHelpIndexModel>
+#include <QRegularExpression>
+
+#include <set>
+
+namespace {
+
+class HelpPagesTest : public HelpTest {
+protected:
+    void SetUp() override { Open(); }
+
+    static const HelpBook& Book() { return Help()->Book(); }
+
+    /// Whether the help holds the page, and the place in it.
+    static bool IsThere(const QUrl& place) {
+        const QByteArray page = Book().Data(place);
+        const QByteArray name = "name=\"" + place.fragment().toUtf8() + '"';
+        return !page.isEmpty() && (place.fragment().isEmpty() || page.contains(name));
+    }
+
+    static void AddEntries(const QModelIndex& parent, std::set<QString>& pages) {
+        const QHelpContentModel& contents = Book().Contents();
+        for (int row = 0; row < contents.rowCount(parent); ++row) {
+            const QModelIndex entry = contents.index(row, 0, parent);
+            const QUrl place = Book().PageOf(entry);
+            EXPECT_TRUE(IsThere(place)) << entry.data().toString().toStdString();
+            pages.insert(place.fileName());
+            AddEntries(entry, pages);
+        }
+    }
+};
+
+TEST_F(HelpPagesTest, TheContentsLeadToEveryPage) {
+    std::set<QString> reached;
+    AddEntries({}, reached);
+    ASSERT_GT(reached.size(), 10U);
+    for (const QUrl& page : Book().Pages())
+        EXPECT_TRUE(reached.contains(page.fileName())) << page.fileName().toStdString();
+}
+
+TEST_F(HelpPagesTest, EveryLinkLeadsSomewhere) {
+    const QRegularExpression link("(?:href|src)=\"([^\"]*)\"");
+    int links = 0;
+    for (const QUrl& page : Book().Pages()) {
+        const QString text = QString::fromUtf8(Book().Data(page));
+        for (auto match = link.globalMatch(text); match.hasNext(); ++links) {
+            const QString target = match.next().captured(1);
+            EXPECT_TRUE(IsThere(page.resolved(QUrl(target))))
+                << page.fileName().toStdString() << " to " << target.toStdString();
+        }
+    }
+    EXPECT_GT(links, 100);
+}
+
+TEST_F(HelpPagesTest, EveryKeywordLeadsToItsPlace) {
+    const QStringList keywords = Book().Index().stringList();
+    ASSERT_GT(keywords.size(), 50);
+    for (const QString& keyword : keywords)
+        EXPECT_TRUE(IsThere(Book().PageOf(keyword))) << keyword.toStdString();
+}
+
+TEST_F(HelpPagesTest, EveryCommandOfTheMenusIsExplained) {
+    const QString menus = QString::fromUtf8(Book().Data(HelpBook::FirstPage().resolved(QUrl("menus.html"))));
+    const auto explains = [&](const std::string& text) {
+        return menus.contains(QString::fromStdString(text));
+    };
+    for (const CommandRow& row : MenuCommands()) {
+        // The pop-up menus have a page of their own; reports are told of as one.
+        if (row.kind == CommandKind::PopUp)
+            break;
+        if (row.parent == "MNUReport" || row.parent.starts_with("mnuRep"))
+            continue;
+        std::string caption = WithoutAccessKey(row.caption);
+        // What differs in the office alone is told once.
+        if (caption.starts_with("Email"))
+            caption = caption.substr(0, caption.find(" ("));
+        EXPECT_TRUE(explains(caption)) << caption;
+        EXPECT_TRUE(explains(std::string(row.shortcut))) << caption;
+    }
+}
+
+TEST_F(HelpPagesTest, ColoursAreTheDesktops) {
+    const QRegularExpression colour("style=|color|<font");
+    QList<QUrl> sources = Book().Pages();
+    sources.append(HelpBook::FirstPage().resolved(QUrl("help.css")));
+    for (const QUrl& source : sources) {
+        const QString text = QString::fromUtf8(Book().Data(source));
+        EXPECT_FALSE(text.isEmpty()) << source.fileName().toStdString();
+        EXPECT_FALSE(text.contains(colour)) << source.fileName().toStdString() << " in a dark theme";
+    }
+}
+
+} // namespace

@@ -13,6 +13,7 @@
 #include "core/Globals.h"
 #include "import/Schema.h"
 #include "platform/application.h"
+#include "platform/desktop.h"
 
 #include <malloc.h>
 #include <sqlite3.h>
@@ -225,6 +226,12 @@ private:
     ListView& mList;
 };
 
+/// Opens nothing.
+class NoDesktop final : public Desktop {
+public:
+    bool Open(const std::string& /*address*/) override { return false; }
+};
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -236,7 +243,8 @@ int main(int argc, char** argv) {
         SettingsStore settings(place.Folder("settings") + "/settings.ini");
         QuietPrompts prompts;
         const SystemClock clock;
-        frmMain form(settings, prompts, clock, place.Folder("program"));
+        NoDesktop desktop;
+        frmMain form(settings, prompts, clock, desktop, place.Folder("program"));
         form.Load();
         form.show();
         QApplication::processEvents();

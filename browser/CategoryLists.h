@@ -29,7 +29,7 @@ struct ListColumn {
     /// Twips.
     int width;
     /// Of the value in the query's row, from 0.
-    std::size_t position;
+    unsigned position;
     Rule rule;
 };
 

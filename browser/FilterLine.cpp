@@ -13,7 +13,7 @@ FilterLine::FilterLine(QWidget* parent)
     label->setBuddy(mText);
     mText->setObjectName("txtFilter");
     mText->setAccessibleName("Filter: show the rows that hold this text");
-    mText->setPlaceholderText("Show the rows that hold this text (Esc closes)");
+    mText->setToolTip("The rows that hold this text are shown. Esc closes.");
     mText->setClearButtonEnabled(true);
     mText->installEventFilter(this);
     mCount->setObjectName("lblFilterCount");

@@ -18,6 +18,8 @@ constexpr int kNarrowestItem = 12;
 constexpr int kWidestItem = 40;
 /// Longer texts take a second line below a large icon.
 constexpr int kWidestLargeItem = 20;
+/// Opacity of the hint in an empty list.
+constexpr float kDimmed = 0.6F;
 
 void Prepare(QAbstractItemView& view) {
     view.setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -32,7 +34,10 @@ void PaintHint(QAbstractItemView& view, const QString& hint) {
     if (hint.isEmpty() || view.model() == nullptr || view.model()->rowCount() > 0)
         return;
     QPainter painter(view.viewport());
-    painter.setPen(view.palette().color(QPalette::PlaceholderText));
+    // Not the palette's colour of placeholders: some dark themes leave that one black.
+    QColor dimmed = view.palette().color(QPalette::Text);
+    dimmed.setAlphaF(kDimmed);
+    painter.setPen(dimmed);
     const int margin = view.fontMetrics().height();
     const QRect area = view.viewport()->rect().adjusted(margin, margin, -margin, -margin);
     painter.drawText(area, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, hint);

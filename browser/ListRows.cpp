@@ -73,17 +73,18 @@ void ListRows::SetSubItem(int column, std::string_view text) {
     Append(text);
 }
 
-/// The row stands at the store's end, so its rest is written anew.
+/// The row stands at the store's end, so its cells are written anew.
 void ListRows::SetAgain(int column, std::string_view text) {
-    char* const begin = mRows.back();
-    std::vector<std::string> row;
-    for (Cells cells(begin); !cells.AtEnd();)
-        row.emplace_back(cells.Next());
-    row.at(static_cast<std::size_t>(column) + (begin[kKey] == kStored ? 1 : 0)) = text;
-    mEnd = begin + kHead;
-    begin[kCells] = 0;
-    for (const std::string& cell : row)
-        Append(cell);
+    char* const row = mRows.back();
+    const std::string former(row, mEnd);
+    const int changed = column + (row[kKey] == kStored ? 1 : 0);
+    mEnd = row + kHead;
+    row[kCells] = 0;
+    Cells cells(former.data());
+    for (int place = 0; !cells.AtEnd(); ++place) {
+        const std::string_view cell = cells.Next();
+        Append(place == changed ? text : cell);
+    }
 }
 
 void ListRows::Append(std::string_view cell) {

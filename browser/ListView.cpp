@@ -114,8 +114,11 @@ void ListView::SortBy(int column) {
     mSortOrder = descends ? Qt::DescendingOrder : Qt::AscendingOrder;
     mSortKey = column;
     mSorted = true;
-    mDetails->header()->setSortIndicator(column, mSortOrder);
-    mDetails->header()->setSortIndicatorShown(true);
+    QHeaderView& header = *mDetails->header();
+    header.setSortIndicator(column, mSortOrder);
+    header.setSortIndicatorShown(true);
+    // The arrow must not cut the caption off.
+    header.resizeSection(column, std::max(header.sectionSize(column), header.sectionSizeHint(column)));
     mModel.Sort(column, mSortOrder);
 }
 
@@ -145,15 +148,17 @@ bool ListView::HandleKey(int key, Qt::KeyboardModifiers modifiers) {
 
 int ListView::ColumnOfKey(int key) const {
     constexpr int kTenth = 9;
+    // Among icons the arrows with Ctrl move the focus and leave the selection.
+    const bool hasColumns = mMode == ListStyle::Details;
     if (key >= Qt::Key_1 && key <= Qt::Key_9)
         return key - Qt::Key_1;
     switch (key) {
         case Qt::Key_0:
             return kTenth;
         case Qt::Key_Left:
-            return mSortKey - 1;
+            return hasColumns ? mSortKey - 1 : -1;
         case Qt::Key_Right:
-            return mSortKey + 1;
+            return hasColumns ? mSortKey + 1 : -1;
         default:
             return -1;
     }

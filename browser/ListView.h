@@ -74,7 +74,7 @@ signals:
     /// A row was double-clicked, or Enter was pressed on it.
     void DblClick();
     /// The caption of a column, from 0, was clicked. Ctrl with a digit stands for one of the first ten, Ctrl
-    /// with the arrow keys for the neighbour of the one last sorted by.
+    /// with the arrow keys, in details, for the neighbour of the one last sorted by.
     void ColumnClick(int column);
 
 protected:

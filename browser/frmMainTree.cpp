@@ -206,5 +206,7 @@ void frmMain::ShowHint() {
         hint = "No machines yet. Import inventory files with File, Import.";
     else if (mLastNodeKey.empty())
         hint = "Select a category or a machine in the tree.";
+    else
+        hint = "There is nothing to show here.";
     lvListView->Hint(hint);
 }

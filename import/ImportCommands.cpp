@@ -11,6 +11,7 @@
 #include "platform/files.h"
 
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -28,21 +29,29 @@ public:
     explicit WindowProgress(MainForm& form) : mForm(form) {}
 
     void DoneSoFarUsers(const std::string& name, double percent) override {
-        if (!mPace.IsDue())
-            return;
-        mForm.ProgressValue(CInt(100 * percent));
-        mForm.StatusText("Import Status : " + name);
-        Application::LetEventsThrough();
+        mName = name;
+        mPercent = percent;
+        mIsNew = true;
+        StillWorking();
     }
     void DoneSoFarUser(const std::string& /*name*/, double /*percent*/) override { StillWorking(); }
     void StillWorking() override {
-        if (mPace.IsDue())
-            Application::LetEventsThrough();
+        if (!mPace.IsDue())
+            return;
+        if (std::exchange(mIsNew, false)) {
+            mForm.ProgressValue(CInt(100 * mPercent));
+            mForm.StatusText("Import Status : " + mName);
+        }
+        Application::LetEventsThrough();
     }
 
 private:
     MainForm& mForm;
     Pace mPace;
+    /// The file in hand.
+    std::string mName;
+    double mPercent = 0;
+    bool mIsNew = false;
 };
 
 /// Sets a longer time frame for as long as a Quick Import runs.

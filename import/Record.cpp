@@ -14,7 +14,7 @@ constexpr double kFewProtocols = 32;
 
 } // namespace
 
-Record::Record(const TextSearch& search, std::string_view text) : mSearch(search), mStart(0), mEnd(0) {
+Record::Record(const TextSearch& search, std::string_view text) : mSearch(search) {
     // An empty value may be a view of anything.
     if (!text.empty()) {
         mStart = static_cast<std::size_t>(text.data() - search.Text().data());

@@ -33,8 +33,8 @@ private:
     std::size_t Bar(std::size_t n) const;
 
     const TextSearch& mSearch;
-    std::size_t mStart;
-    std::size_t mEnd;
+    std::size_t mStart = 0;
+    std::size_t mEnd = 0;
     mutable std::vector<std::size_t> mBars;
     mutable bool mHasAllBars = false;
 };

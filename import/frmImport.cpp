@@ -131,7 +131,9 @@ void frmImport::Import() {
     }
     mContext.form.Pointer(MousePointer::Hourglass);
     bool noData = false;
-    if (!cImport->ImportInfData(FolderOnDisk(folder), "", noData)) {
+    const bool isImported = cImport->ImportInfData(FolderOnDisk(folder), "", noData);
+    ShowSteps();
+    if (!isImported) {
         mContext.prompts.MsgBox("Failed to Import INF Files", MsgBoxStyle::kCritical, "Import");
         mContext.form.Pointer(MousePointer::Default);
         return;
@@ -163,23 +165,30 @@ void frmImport::done(int result) {
     QDialog::done(result);
 }
 
+void frmImport::ShowSteps() {
+    const auto show = [](QLabel& label, QProgressBar& bar, const char* what, const Step& step) {
+        label.setText(QString::fromStdString(what + step.name));
+        bar.setValue(CInt(100 * step.percent));
+        label.repaint();
+        bar.repaint();
+    };
+    show(*LBLName, *PBImport, "Import Status : ", mFile);
+    show(*LBLNameUser, *PBImportUser, "User Status : ", mSection);
+}
+
 void frmImport::DoneSoFarUsers(const std::string& name, double percent) {
-    PBImport->setValue(CInt(100 * percent));
-    LBLName->setText(QString::fromStdString("Import Status : " + name));
-    if (mFilePace.IsDue())
-        LBLName->repaint();
+    // Shown with the file's first section, which is told of next; the one before belongs to another file.
+    mFile = {name, percent};
 }
 
 void frmImport::DoneSoFarUser(const std::string& name, double percent) {
-    PBImportUser->setValue(CInt(100 * percent));
-    LBLNameUser->setText(QString::fromStdString("User Status : " + name));
-    if (!mPace.IsDue())
-        return;
-    LBLNameUser->repaint();
-    Application::LetEventsThrough();
+    mSection = {name, percent};
+    StillWorking();
 }
 
 void frmImport::StillWorking() {
-    if (mPace.IsDue())
-        Application::LetEventsThrough();
+    if (!mPace.IsDue())
+        return;
+    ShowSteps();
+    Application::LetEventsThrough();
 }

@@ -34,13 +34,19 @@ private:
     void Browse();
     void Import();
 
+    void ShowSteps();
     void DoneSoFarUsers(const std::string& name, double percent) override;
     void DoneSoFarUser(const std::string& name, double percent) override;
     void StillWorking() override;
 
     const ImportContext& mContext;
+    struct Step {
+        std::string name;
+        double percent = 0;
+    };
     bool mIsCancelled = false;
-    Pace mFilePace;
+    Step mFile;
+    Step mSection;
     Pace mPace;
 
     QLineEdit* TXTImportDir = nullptr;

@@ -6,7 +6,14 @@
 #include <QApplication>
 #include <QTimer>
 
+#include <sstream>
 #include <utility>
+
+namespace {
+
+constexpr const char* kFileStatus = "Import Status : ";
+
+} // namespace
 
 ImportCommandsTest::ImportCommandsTest()
     : settings(folder.Path("settings.ini")),
@@ -29,6 +36,16 @@ void ImportCommandsTest::StoreFolder(const std::string& path) {
 
 std::string ImportCommandsTest::StoredFolder() const {
     return settings.GetSetting("Velmora", "Settings", "ImportDir", "<none>");
+}
+
+std::string ImportCommandsTest::Told() {
+    std::istringstream lines(std::exchange(form.told, ""));
+    std::string told;
+    std::string last;
+    for (std::string line; std::getline(lines, line); last = line)
+        if (!line.starts_with(kFileStatus) || !last.starts_with(kFileStatus))
+            told += line + "\n";
+    return told;
 }
 
 void ImportCommandsTest::InDialog(std::function<void(QDialog&)> act) {

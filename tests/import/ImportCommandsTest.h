@@ -21,6 +21,10 @@ protected:
     /// Acts on the next Import dialog once it is shown. One that is still open afterwards fails the test.
     void InDialog(std::function<void(QDialog&)> act);
 
+    /// What the window was told since the last call; of the files' names in a row the first, since how many
+    /// are shown depends on the machine's speed.
+    std::string Told();
+
     FakeForm form;
     SettingsStore settings;
     ImportCommands commands;

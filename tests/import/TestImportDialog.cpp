@@ -103,7 +103,8 @@ TEST_F(ImportDialogTest, EnterImportsAndClosesIt) {
     InDialog([this](QDialog& dialog) {
         prompts.Expect(Box("Import Ok!", "Import Successful!", MsgBoxStyle::kOKOnly), [&dialog] {
             EXPECT_TRUE(dialog.isVisible()) << "the box comes first";
-            EXPECT_EQ(dialog.findChild<QLabel*>("LBLName")->text(), "Import Status : PC1.ORG");
+            EXPECT_EQ(dialog.findChild<QLabel*>("LBLName")->text(), "Import Status : PC1.org")
+                << "the original, which stands for a current file that is missing";
             EXPECT_EQ(dialog.findChild<QProgressBar*>("PBImport")->value(), 100);
             EXPECT_EQ(dialog.findChild<QLabel*>("LBLNameUser")->text(), "User Status : Finished..");
             EXPECT_EQ(dialog.findChild<QProgressBar*>("PBImportUser")->value(), 100);

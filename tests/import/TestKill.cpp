@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "import/Schema.h"
+#include "platform/files.h"
+#include "tests/import/ImportTest.h"
+
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <random>
-
-#include "import/Schema.h"
-#include "platform/files.h"
-#include "tests/import/ImportTest.h"
 
 namespace {
 

@@ -71,7 +71,7 @@ void HelpBook::Open(const QString& path) {
 }
 
 QUrl HelpBook::FirstPage() {
-    return QUrl(QLatin1String(kFirstPage));
+    return {QLatin1String(kFirstPage)};
 }
 
 QByteArray HelpBook::Data(const QUrl& page) const {

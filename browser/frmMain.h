@@ -180,7 +180,7 @@ private:
     void ReadMachines();
     void ShowNode(const QModelIndex& node);
     void ShowCategory(const std::string& key);
-    void ShowUnknownNode();
+    void TellUnknownNode();
     void ListUsers(ListView& list);
     void ShowHint();
     QModelIndex SelectedNode() const;

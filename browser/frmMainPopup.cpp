@@ -67,7 +67,11 @@ void frmMain::ShowTreePopup(const QPoint& position) {
 }
 
 void frmMain::ShowListPopup(const QPoint& position) {
-    const bool canPing = mTree->Key(SelectedNode()).find("?DEVNET") != std::string::npos;
+    const QModelIndex node = SelectedNode();
+    // Without a node the commands would not know what they are to act on.
+    if (!node.isValid())
+        return;
+    const bool canPing = mTree->Key(node).find("?DEVNET") != std::string::npos;
     for (const char* name : {"mnuPingPrivate", "mnuPingMarker"})
         Action(name).setVisible(canPing);
     if (canPing) {

@@ -143,17 +143,24 @@ void frmMain::ShowNode(const QModelIndex& node) {
         FlagPopup(false, true);
     } else if (prefix == "ALL") {
         FlagPopup(true, true);
-        isCategory ? ShowCategory(key) : ShowUnknownNode();
+        if (isCategory) {
+            ShowCategory(key);
+        } else {
+            TellUnknownNode();
+            FlagPopup(false, false);
+        }
     } else {
         FlagPopup(true, false);
-        if (suffix == kMachineSuffix)
+        if (!isCategory)
             FlagPopup(false, false);
-        suffix == kMachineSuffix || isCategory ? ShowCategory(key) : ShowUnknownNode();
+        if (isCategory || suffix == kMachineSuffix)
+            ShowCategory(key);
+        else
+            TellUnknownNode();
     }
 }
 
-void frmMain::ShowUnknownNode() {
-    FlagPopup(false, false);
+void frmMain::TellUnknownNode() {
     mPrompts.MsgBox("You have clicked on a sub-tree that is not supported??", MsgBoxStyle::kOKOnly, "");
 }
 
@@ -168,7 +175,7 @@ void frmMain::ListUsers(ListView& list) {
     list.AddColumn("Retrieve Personal Info", 2000);
     OpenMachines();
     const AgeScale ages(mClock.Now());
-    const DirectoryListing folder(gImportDir);
+    const DirectoryListing folder(gImportDir, ".PNF");
     const int count = gRecordset->RecordCount();
     ProgressMaximum(count);
     {

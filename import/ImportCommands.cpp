@@ -58,9 +58,9 @@ private:
 class QuickFrame {
 public:
     QuickFrame() {
-        constexpr std::array<int, 4> kSecondsOfUnit = {1, 60, 3600, 86400};
+        constexpr std::array<std::int64_t, 4> kSecondsOfUnit = {1, 60, 3600, 86400};
         const bool isUnit = gImportTime >= 0 && gImportTime < static_cast<int>(kSecondsOfUnit.size());
-        const int seconds =
+        const std::int64_t seconds =
             isUnit ? gImportTimeNum * kSecondsOfUnit.at(static_cast<std::size_t>(gImportTime)) : 0;
         if (seconds < kQuickSeconds) {
             gImportTime = kMinutes;

@@ -155,8 +155,12 @@ bool cSinImport::ShowFailure(int number, const std::string& description, bool& n
     return false;
 }
 
-cSinImport::Files cSinImport::Scan(const std::string& directory, const std::string& machine) const {
-    const DirectoryListing listing(directory);
+cSinImport::Files cSinImport::Scan(const std::string& directory, const std::string& machine) {
+    if (!mListing || mListed != directory) {
+        mListing.emplace(directory);
+        mListed = directory;
+    }
+    const DirectoryListing& listing = *mListing;
     std::vector<std::string> names;
     if (machine.empty())
         names = listing.WithExtension(".org");

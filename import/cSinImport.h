@@ -8,11 +8,13 @@
 
 #include "import/SectionWriters.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/prompts.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -58,7 +60,7 @@ private:
     };
     class Transaction;
 
-    Files Scan(const std::string& directory, const std::string& machine) const;
+    Files Scan(const std::string& directory, const std::string& machine);
     void Run(const Files& files);
     void ImportMachineFiles(const std::vector<File>& files, ImportType type);
     void ImportMachineFile(const File& file, ImportType type, double percent);
@@ -89,6 +91,9 @@ private:
     ImportEvents* mEvents;
     SectionWriters mWriters;
     std::unique_ptr<Transaction> mTransaction;
+    /// The folder as it was first read: one machine after the other of it can be imported.
+    std::optional<DirectoryListing> mListing;
+    std::string mListed;
     bool mIsBulkLoading = false;
     std::unordered_map<std::string, Added> mAdded;
 };

@@ -125,7 +125,7 @@ std::string ProgramFolder() {
     return FolderOf(std::string_view(path.data(), static_cast<std::size_t>(length)));
 }
 
-DirectoryListing::DirectoryListing(std::string_view folder) {
+DirectoryListing::DirectoryListing(std::string_view folder, std::string_view extension) {
     if (folder.empty())
         return;
     const std::string path(folder);
@@ -134,7 +134,7 @@ DirectoryListing::DirectoryListing(std::string_view folder) {
         return;
     while (const dirent* entry = readdir(directory.get())) {
         const std::string_view name = static_cast<const char*>(entry->d_name);
-        if (name.front() != '.' && IsRegular(path, *entry))
+        if (name.front() != '.' && EndsWithNoCase(name, extension) && IsRegular(path, *entry))
             mNames.emplace_back(name);
     }
     std::sort(mNames.begin(), mNames.end(), [](const std::string& a, const std::string& b) {

@@ -27,7 +27,8 @@ class DirectoryListing {
 public:
     /// A folder that is empty, missing or unreadable lists nothing. Only regular files and links to them
     /// are listed, and no hidden ones. Of names that differ in case alone the first by bytes is listed.
-    explicit DirectoryListing(std::string_view folder);
+    /// With an extension, such as ".org", only files that have it, without regard to case.
+    explicit DirectoryListing(std::string_view folder, std::string_view extension = {});
 
     /// Names in order, without regard to case.
     const std::vector<std::string>& Names() const { return mNames; }

@@ -179,7 +179,7 @@ std::vector<std::string> DirectoryListing::Spellings(std::string_view name) cons
 std::string FolderOnDisk(std::string_view path) {
     while (path.size() > 1 && path.back() == '/')
         path.remove_suffix(1);
-    const std::string exact(path);
+    std::string exact(path);
     if (IsFolder(exact) || path.find('/') == std::string_view::npos)
         return exact;
     const std::string parent = path.rfind('/') == 0 ? "/" : FolderOf(path);

@@ -10,8 +10,6 @@ namespace collector {
 
 namespace {
 
-using namespace std::chrono_literals;
-
 std::string HostOf(std::string_view address) {
     const std::string plain = WithoutLogin(address);
     const auto start = plain.find("://");
@@ -60,8 +58,8 @@ std::string ModelOf(const std::string& options) {
 std::vector<Printer> AskServer(const Sources& sources) {
     constexpr std::string_view start = "device for ";
     std::vector<Printer> printers;
-    const std::string text = sources.Run({"lpstat", "-v"}, 5s);
-    const auto deadline = std::chrono::steady_clock::now() + 5s;
+    const std::string text = sources.Run({"lpstat", "-v"}, std::chrono::seconds(5));
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     for (const std::string_view line : Split(text, '\n')) {
         const auto colon = line.find(": ");
         if (!line.starts_with(start) || colon == std::string_view::npos)
@@ -70,7 +68,7 @@ std::vector<Printer> AskServer(const Sources& sources) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
             deadline - std::chrono::steady_clock::now());
         // A name can't begin with "-" on a server that keeps to its own rules; it is no option here.
-        const bool isAskable = left > 0ms && !name.starts_with('-');
+        const bool isAskable = left > std::chrono::milliseconds(0) && !name.starts_with('-');
         Printer& printer = printers.emplace_back();
         printer.name = name;
         printer.port = Trimmed(line.substr(colon + 1));

@@ -21,13 +21,14 @@ constexpr std::array kStampColumns = {
     StampColumns{"PNFFileDate", "PNFFileTime"},
 };
 
-/// After a failure inside a writer: the row in progress goes, the recordset is closed. Where the failure
-/// came from the opening there is nothing to cancel, and it travels on.
-void AbandonRow(ADODB::Recordset& rows) {
+/// After a failure inside a writer: the row in progress goes, the recordset is closed. False where the
+/// failure came from the opening: there is nothing to cancel then, and the failure travels on.
+bool AbandonRow(ADODB::Recordset& rows) {
     if (!rows.IsOpen())
-        throw;
+        return false;
     rows.CancelUpdate();
     rows.Close();
+    return true;
 }
 
 } // namespace
@@ -52,7 +53,8 @@ bool SectionWriters::Insert_Update(const std::string& machine, const std::string
         return isWritten;
     } catch (const RunTimeError&) {
         mHasAddedRow = false;
-        AbandonRow(mRows);
+        if (!AbandonRow(mRows))
+            throw;
         return false;
     }
 }
@@ -162,7 +164,8 @@ void SectionWriters::Insert_Multi(const std::string& machine, const std::string&
         }
         mRows.Close();
     } catch (const RunTimeError&) {
-        AbandonRow(mRows);
+        if (!AbandonRow(mRows))
+            throw;
     }
 }
 
@@ -179,7 +182,8 @@ bool SectionWriters::InsertPersonal(const std::string& machine) {
         mRows.Close();
         return true;
     } catch (const RunTimeError&) {
-        AbandonRow(mRows);
+        if (!AbandonRow(mRows))
+            throw;
         return false;
     }
 }

@@ -308,14 +308,20 @@ void Connection::BeginBulkLoad() {
         return;
     RunPlain(*mState, "PRAGMA foreign_keys = OFF");
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
-    AsOne(*mState, [&] {
-        const std::string ownIndexes =
-            "FROM sqlite_master WHERE type = 'index' AND sql LIKE 'CREATE INDEX %'";
-        const std::vector<std::string> names = Texts(*mState, "SELECT name " + ownIndexes);
-        RunPlain(*mState, "CREATE TABLE " + table + " AS SELECT sql " + ownIndexes);
-        for (const std::string& name : names)
-            RunPlain(*mState, "DROP INDEX " + QuotedName(name));
-    });
+    try {
+        AsOne(*mState, [&] {
+            const std::string ownIndexes =
+                "FROM sqlite_master WHERE type = 'index' AND sql LIKE 'CREATE INDEX %'";
+            const std::vector<std::string> names = Texts(*mState, "SELECT name " + ownIndexes);
+            RunPlain(*mState, "CREATE TABLE " + table + " AS SELECT sql " + ownIndexes);
+            for (const std::string& name : names)
+                RunPlain(*mState, "DROP INDEX " + QuotedName(name));
+        });
+    } catch (const RunTimeError&) {
+        // Without a load, rows need their parents again.
+        RunPlain(*mState, "PRAGMA foreign_keys = ON");
+        throw;
+    }
 }
 
 void Connection::EndBulkLoad(const std::function<void()>& progress) {

@@ -9,11 +9,12 @@ packages=(
     # compiler and build
     g++ cmake ninja-build ccache pkg-config git
     # libraries
-    qt6-base-dev qt6-svg-dev qt6-tools-dev libsqlite3-dev
+    qt6-base-dev qt6-svg-dev qt6-tools-dev qt6-charts-dev libqt6opengl6-dev
+    libsqlite3-dev libtomlplusplus-dev libxlsxwriter-dev libcups2-dev
     # running: fonts, pictures, the help file's reader, the printers' client
     fonts-dejavu-core qt6-qpa-plugins libqt6sql6-sqlite cups-client
     # tests, benches, fuzzing, checks
-    libgtest-dev libgmock-dev libbenchmark-dev
+    libgtest-dev libgmock-dev poppler-utils tidy
     clang clang-format clang-tidy cppcheck libclang-rt-dev
     # a display where there is none, a hand and an eye for it
     xvfb xauth openbox xdotool x11-utils imagemagick sqlite3

@@ -58,6 +58,9 @@ struct Format {
     std::string suffix;
 };
 
+/// The format that documents call `name`; nothing where there is none.
+std::optional<Format> FindFormat(std::string_view name);
+
 /// The text of `value` under `format`. `isFlag` says that a number comes from a column of flags.
 std::string FormatValue(const Format& format, const ADODB::Value& value, bool isFlag);
 
@@ -73,6 +76,8 @@ struct Source {
         /// elsewhere. Stands in group and report footers alone, since it is known only there.
         Count,
         Sum,
+        /// The rows of the group that the section closes, over those of the report: 0 to 1. In group footers.
+        Share,
     };
     Kind kind = Kind::Field;
     /// Field or formula, from 0; the summed field for Sum.
@@ -97,11 +102,15 @@ struct ObjectDefinition {
     std::string prefix;
     std::string suffix;
     /// Of a subreport object: where its document comes from, and the fields that join it: rows of the
-    /// subreport whose `childField` equals the main row's `parentField`, without regard to case.
+    /// subreport whose `childField` equals the main row's `parentField`, without regard to case. The child's
+    /// field is known by its reference ("{PC.COMPUTERNAME}") until the report has both documents. Such an
+    /// object stands in the detail section, alone in its line.
     std::string documentName;
     std::size_t parentField = 0;
+    std::string childReference;
     std::size_t childField = 0;
     /// Of a chart object: a pie of how the rows divide over the values of this field, `height` points high.
+    /// Stands in the report's header or footer.
     std::size_t chartField = 0;
     double height = 0;
 };
@@ -169,7 +178,7 @@ struct Document {
 
 /// Reads a document. Raises error -1 with `name`, the line, and the cause for a malformed one: text that is
 /// no TOML, unknown keys, names that stand for nothing, places outside of the width, formulas that do not
-/// parse, more than 64 fields of any kind of list beyond reason (see the limits in the source).
+/// parse, lists beyond reason (see the limits in the source).
 Document ParseDocument(std::string_view text, const std::string& name);
 
 } // namespace report

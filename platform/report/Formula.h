@@ -3,17 +3,21 @@
 //
 //   {Table.Field} {@Formula} 12.5 "text" 'text' true false null
 //   + - * / & = <> < <= > >= not and or     if … then … else …
-//   Abs Len Trim UCase LCase Left Right Mid InStr Val Text IsNull Round
+//   Abs Round Val IsNull Exact Len Trim UCase LCase Left Right Mid InStr Text
 //
-// A comparison with Null is Null, and a Null condition is not true; `&` takes Null as "", arithmetic on Null
-// is Null. Texts compare without regard to the case of ASCII letters; Exact(a, b) compares to the byte. A
-// number and a text compare as numbers where the text is a number, else as texts. Division by zero is Null.
+// `=` and `<>` always answer: Null equals Null alone, so `<>` holds where exactly one side is Null. Any other
+// comparison with Null is Null, as is arithmetic on Null and on text that is no number; a Null condition is
+// not true; `&` takes Null as "". Texts compare without regard to the case of ASCII letters, Exact(a, b) to
+// the byte. A number and a text compare as numbers where the text is a number, else as texts. Division by
+// zero and overflow are Null. Positions count characters from 1; Round goes half to even, to 0 places where
+// it has no second argument. Text(value, "megabytes") formats as an object of that format does.
 #pragma once
 
 #include "platform/adodb.h"
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,10 +33,15 @@ struct FieldDefinition {
     int width = 0;
 };
 
+/// The field that a reference such as "{PC.RAM}" names, without regard to case; nothing where it names none.
+std::optional<std::size_t> FindField(std::string_view reference, std::string_view tableName,
+                                     std::span<const FieldDefinition> fields);
+
 class Formula {
 public:
     /// Parses `text` against a table's fields and the formulas that stand before it. Raises error -1 with the
-    /// position (from 1) and what was expected; nesting beyond 64 levels is refused.
+    /// position (from 1) and what was expected. More than 4,096 bytes, 64 levels of nesting or 2,000 steps to
+    /// a value, each with those of the formulas that it uses, are refused.
     Formula(std::string_view text, std::string_view tableName, std::span<const FieldDefinition> fields,
             std::span<const struct NamedFormula> formulas);
 
@@ -40,6 +49,8 @@ public:
     ADODB::Value Evaluate(std::span<const ADODB::Value> row) const;
     /// Whether the value is a number other than 0.
     bool IsTrue(std::span<const ADODB::Value> row) const;
+    /// Whether its values are flags, to be shown as such.
+    bool IsFlag() const;
 
     struct Node;
 

@@ -45,6 +45,9 @@ public:
     double Ascent(const TextStyle& style) const override;
 };
 
+/// What stands between two lines of one object's text: a blank, or nothing where a long word was broken.
+enum class Continuation { None, AfterBlank, WithinWord };
+
 /// One line of text. It is drawn within its object's box by `alignment`, on `baseline`.
 struct PlacedText {
     double left = 0;
@@ -55,6 +58,8 @@ struct PlacedText {
     Alignment alignment = Alignment::Left;
     TextStyle style;
     std::string text;
+    /// Not None where it goes on from the text before it: finding and copying put the two together again.
+    Continuation continuation = Continuation::None;
 };
 
 /// A filled rectangle: a rule, or the ground of a shaded line.

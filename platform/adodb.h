@@ -95,6 +95,8 @@ public:
 
     /// The value in the current or the new row. Raises error 3021 where there is none.
     ADODB::Value Value() const;
+    /// The same into `value`, whose memory is used again.
+    void Read(ADODB::Value& value) const;
     /// The value as plain text without a copy: numbers in decimal, flags as "True" and "False", Null as "".
     /// Valid until the recordset moves or the field is read or written again.
     std::string_view Text() const;
@@ -156,6 +158,8 @@ public:
     void MoveNext();
     /// Back to the first row; no error where there is none.
     void MoveFirst();
+    /// Whether it has not moved from where it was opened or moved to the first row.
+    bool IsAtStart() const;
     /// Rows of the query, counted by the engine.
     std::int32_t RecordCount();
 
@@ -167,6 +171,12 @@ public:
     void CancelUpdate();
 
     FieldList& Fields();
+
+    /// For a slow reader of all rows: `reader` is called, once, before anybody moves, changes or closes this
+    /// recordset, writes over its connection or closes that, and may read the rest. Takes the place of the
+    /// reader before it, which is called; an empty function takes off the present one, without a call.
+    /// `reader` must not raise. Whoever is registered takes it off before moving the recordset itself.
+    void OnInterference(std::function<void()> reader);
 
 private:
     friend class Field;

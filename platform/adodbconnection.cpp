@@ -189,6 +189,7 @@ void Connection::Open() {
 void Connection::Close() {
     if (!IsOpen())
         return;
+    mState->BeforeChange();
     // A dependent leaves the list when it ends, so the list is walked as it was.
     for (Dependent* dependent : std::vector(mState->dependents))
         dependent->ConnectionCloses();
@@ -214,6 +215,8 @@ void Connection::Execute(std::string_view sql) {
     const TranslatedSQL translated = TranslateAccessSQL(sql);
     const Lease statement(*mState, translated.sql);
     statement->Bind(translated.parameters);
+    if (sqlite3_stmt_readonly(statement->Handle()) == 0)
+        mState->BeforeChange();
     statement->Run();
 }
 
@@ -280,6 +283,7 @@ void AsOne(ConnectionState& state, const Work& work) {
 } // namespace
 
 void Connection::BeginTrans() {
+    mState->BeforeChange();
     RunPlain(*mState, "BEGIN IMMEDIATE");
     mState->isInTransaction = true;
 }
@@ -290,6 +294,7 @@ void Connection::CommitTrans() {
 }
 
 void Connection::RollbackTrans() {
+    mState->BeforeChange();
     mState->isInTransaction = false;
     // The engine undoes a transaction by itself when the disk is full or fails.
     if (mState->database != nullptr && sqlite3_get_autocommit(mState->database) == 0)
@@ -306,6 +311,7 @@ bool Connection::IsBulkLoading() const {
 void Connection::BeginBulkLoad() {
     if (IsBulkLoading())
         return;
+    mState->BeforeChange();
     RunPlain(*mState, "PRAGMA foreign_keys = OFF");
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
     try {
@@ -327,6 +333,7 @@ void Connection::BeginBulkLoad() {
 void Connection::EndBulkLoad(const std::function<void()>& progress) {
     if (!IsBulkLoading())
         return;
+    mState->BeforeChange();
     RunPlain(*mState, "PRAGMA foreign_keys = ON");
     const ProgressHandler handler(mState->database, progress);
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";

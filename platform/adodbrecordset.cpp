@@ -50,6 +50,8 @@ struct Recordset::Implementation final : Dependent {
     Lease select;
     bool hasStepped = false;
     bool isOnRow = false;
+    bool hasMoved = false;
+    std::function<void()> reader;
     /// The row's identity for an update in place, in a hidden last column.
     bool hasRowID = false;
 
@@ -67,11 +69,23 @@ struct Recordset::Implementation final : Dependent {
 
     void ConnectionCloses() override { End(); }
 
+    std::function<void()> TakeReader() {
+        if (state)
+            std::erase(state->watched, this);
+        return std::exchange(reader, nullptr);
+    }
+
+    void Interfere() override {
+        if (reader)
+            TakeReader()();
+    }
+
     void End() {
+        TakeReader();
         isOpen = false;
         select = Lease();
         insert = Lease();
-        isOnRow = hasStepped = isAdding = holdsAddedRow = false;
+        isOnRow = hasStepped = hasMoved = isAdding = holdsAddedRow = false;
         if (state)
             std::erase(state->dependents, this);
         state.reset();
@@ -103,6 +117,11 @@ struct Recordset::Implementation final : Dependent {
         MoveToFirstRow();
         if (!isOnRow)
             Raise(Errors::kNoCurrentRow);
+    }
+
+    void BeforeAssignment() {
+        Interfere();
+        CheckRow();
     }
 
     bool IsAssigned(std::size_t position) const {
@@ -157,6 +176,7 @@ struct Recordset::Implementation final : Dependent {
                 sql += i == 0 ? "?" : ",?";
             insert = Lease(*state, sql + ")");
         }
+        state->BeforeChange();
         for (std::size_t i = 0; i < cells.size(); ++i)
             BindCell(*insert.operator->(), static_cast<int>(i) + 1, i);
         insert->Run();
@@ -176,6 +196,7 @@ struct Recordset::Implementation final : Dependent {
             return;
         if (!hasRowID)
             throw RunTimeError(Errors::kDatabase, "The rows of this query can not be changed: " + source);
+        state->BeforeChange();
         const Lease update(*state,
                            "UPDATE " + QuotedName(table) + " SET " + assignments + " WHERE rowid = ?");
         int place = 0;
@@ -251,13 +272,14 @@ void Recordset::Open() {
     }
     self.cells.assign(count, Cell());
     self.ForgetCells();
-    self.hasStepped = self.isOnRow = false;
+    self.hasStepped = self.isOnRow = self.hasMoved = false;
     self.isOpen = true;
     self.state->dependents.push_back(&self);
 }
 
 void Recordset::Close() {
     mThis->CheckOpen();
+    mThis->Interfere();
     mThis->End();
 }
 
@@ -274,19 +296,39 @@ bool Recordset::EndOfFile() {
 void Recordset::MoveNext() {
     Implementation& self = *mThis;
     self.CheckOpen();
+    self.Interfere();
     self.MoveToFirstRow();
     if (!self.isOnRow)
         Raise(Errors::kNoCurrentRow);
     self.ForgetCells();
+    self.hasMoved = true;
     self.isOnRow = self.select->Step();
 }
 
 void Recordset::MoveFirst() {
     Implementation& self = *mThis;
     self.CheckOpen();
+    self.Interfere();
     self.ForgetCells();
     self.select->Reset();
-    self.hasStepped = self.isOnRow = false;
+    self.hasStepped = self.isOnRow = self.hasMoved = false;
+}
+
+bool Recordset::IsAtStart() const {
+    mThis->CheckOpen();
+    return !mThis->hasMoved;
+}
+
+void Recordset::OnInterference(std::function<void()> reader) {
+    Implementation& self = *mThis;
+    self.CheckOpen();
+    if (!reader) {
+        self.TakeReader();
+        return;
+    }
+    self.Interfere();
+    self.reader = std::move(reader);
+    self.state->watched.push_back(&self);
 }
 
 std::int32_t Recordset::RecordCount() {
@@ -302,6 +344,7 @@ void Recordset::AddNew() {
     mThis->CheckOpen();
     if (mThis->lock == Lock::ReadOnly)
         throw RunTimeError(Errors::kDatabase, "The recordset is read-only");
+    mThis->Interfere();
     mThis->ForgetCells();
     mThis->isAdding = true;
 }
@@ -376,6 +419,25 @@ ADODB::Value Field::Value() const {
     return sqlite3_column_double(row.select->Handle(), column);
 }
 
+void Field::Read(ADODB::Value& value) const {
+    Recordset::Implementation& row = *mRecordset->mThis;
+    row.CheckRow();
+    if (row.IsAssigned(mPosition)) {
+        value = Value();
+        return;
+    }
+    sqlite3_value* const stored = sqlite3_column_value(row.select->Handle(), static_cast<int>(mPosition));
+    const int type = sqlite3_value_type(stored);
+    if (type == SQLITE_NULL) {
+        value = std::monostate();
+    } else if (type == SQLITE_TEXT || type == SQLITE_BLOB) {
+        auto* const text = std::get_if<std::string>(&value);
+        (text != nullptr ? *text : value.emplace<std::string>()).assign(ValueText(stored));
+    } else {
+        value = sqlite3_value_double(stored);
+    }
+}
+
 std::string_view Field::Text() const {
     Recordset::Implementation& row = *mRecordset->mThis;
     row.CheckRow();
@@ -421,7 +483,7 @@ double Field::Number() const {
 
 void Field::SetText(std::string_view utf8) {
     Recordset::Implementation& row = *mRecordset->mThis;
-    row.CheckRow();
+    row.BeforeAssignment();
     if (Type() != kTypeText) {
         const std::size_t start = utf8.find_first_not_of(" +-.");
         if (start == std::string_view::npos || utf8[start] < '0' || utf8[start] > '9')
@@ -437,7 +499,7 @@ void Field::SetText(std::string_view utf8) {
 
 void Field::SetNumber(double value) {
     Recordset::Implementation& row = *mRecordset->mThis;
-    row.CheckRow();
+    row.BeforeAssignment();
     if (Type() == kTypeText)
         return SetText(NumberText(value));
     if (Type() == kTypeFlag)
@@ -447,7 +509,7 @@ void Field::SetNumber(double value) {
 
 void Field::SetNull() {
     Recordset::Implementation& row = *mRecordset->mThis;
-    row.CheckRow();
+    row.BeforeAssignment();
     row.cells[mPosition] = {Cell::Kind::Null, 0, 0, 0};
 }
 

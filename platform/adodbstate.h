@@ -61,6 +61,8 @@ private:
 class Dependent {
 public:
     virtual void ConnectionCloses() = 0;
+    /// Has its slow reader read the rest, and forgets it.
+    virtual void Interfere() = 0;
 
 protected:
     ~Dependent() = default;
@@ -70,11 +72,19 @@ struct ConnectionState {
     sqlite3* database = nullptr;
     std::unordered_map<std::string, std::vector<std::unique_ptr<Statement>>> statements;
     std::vector<Dependent*> dependents;
+    /// Those of the dependents that have a slow reader.
+    std::vector<Dependent*> watched;
     bool isInTransaction = false;
 
     /// Raises error 3709 on a closed connection, and error 61 where the engine has undone the transaction:
     /// what would follow it must not be written as if it were a whole.
     void CheckOpen() const;
+    /// To be called before the database is written to or closed.
+    void BeforeChange() {
+        // A reader leaves the list when it is called.
+        while (!watched.empty())
+            watched.back()->Interfere();
+    }
     /// A statement of this text that nobody is using, from the cache where there is one.
     Statement& Acquire(const std::string& sql);
 };

@@ -58,6 +58,23 @@ Places CountPlaces(std::string_view pattern) {
     return places;
 }
 
+/// The number that the whole of `text` writes, without the blanks around it; empty for any other text.
+std::string_view NumberWritten(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\n";
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == std::string_view::npos)
+        return {};
+    text = text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+    const std::string_view digits = text.substr(text.front() == '-' || text.front() == '+' ? 1 : 0);
+    // A number's words ("inf", "nan") are no numbers here.
+    const bool beginsAsNumber = !digits.empty() && (IsDigit(digits.front()) || digits.front() == '.');
+    double value = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    const bool isWhole =
+        result.ec != std::errc::invalid_argument && result.ptr == digits.data() + digits.size();
+    return beginsAsNumber && isWhole ? text : std::string_view();
+}
+
 std::optional<int> WholeNumber(std::string_view digits) {
     int value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
@@ -133,20 +150,21 @@ double Val(std::string_view text) {
 }
 
 double CDbl(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\n";
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    if (begin == std::string_view::npos)
+    const std::string_view number = NumberWritten(text);
+    if (number.empty())
         Raise(Errors::kTypeMismatch);
-    text = text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-    const std::string_view digits = text.substr(text.front() == '-' || text.front() == '+' ? 1 : 0);
-    // A number's words ("inf", "nan") are no numbers here.
-    const bool beginsAsNumber = !digits.empty() && (IsDigit(digits.front()) || digits.front() == '.');
+    return Val(number);
+}
+
+std::optional<double> NumberOrNothing(std::string_view text) {
+    std::string_view number = NumberWritten(text);
+    if (number.starts_with('+'))
+        number.remove_prefix(1);
     double value = 0;
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (!beginsAsNumber || result.ec == std::errc::invalid_argument ||
-        result.ptr != digits.data() + digits.size())
-        Raise(Errors::kTypeMismatch);
-    return Val(text);
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec != std::errc())
+        return std::nullopt;
+    return value;
 }
 
 std::int16_t CInt(double value) {

@@ -20,6 +20,8 @@ double Val(std::string_view text);
 
 /// The number that the whole of `text` writes, blanks around it aside. Raises error 13 for any other text.
 double CDbl(std::string_view text);
+/// As CDbl, but nothing for any other text and for a number past the double's range.
+std::optional<double> NumberOrNothing(std::string_view text);
 
 /// `value` as a 16-bit integer, halves rounded to even. Raises error 6 outside -32768 to 32767.
 std::int16_t CInt(double value);

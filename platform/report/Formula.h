@@ -25,6 +25,9 @@
 
 namespace report {
 
+/// The number of errors in documents and formulas.
+constexpr int kMalformed = -1;
+
 struct FieldDefinition {
     enum class Type { Text, Number, Boolean };
     std::string name;

@@ -91,7 +91,8 @@ public:
     Report(const Report&) = delete;
     Report& operator=(const Report&) = delete;
 
-    /// A report of a document file. Raises the file's error, or ParseDocument's with the file's name.
+    /// A report of a document file; documents of subreports stand beside it. Raises the file's error, or
+    /// ParseDocument's with the file's name.
     static std::shared_ptr<Report> OpenFile(const std::string& path);
 
     const Document& Definition() const { return mDocument; }
@@ -109,8 +110,9 @@ public:
     /// The text of a text object as it stands now.
     const std::string& Text(const ObjectDefinition& object) const;
 
-    /// Shows only the rows for which `text` is true; all with an empty text. Raises as Formula does. Set
-    /// before the first Work.
+    /// Shows only the rows for which `text` is true, in the place of the document's own selection, which an
+    /// empty text brings back. Raises as Formula does. Set before the first Work; later it holds from the
+    /// next Refresh on.
     void RecordSelectionFormula(const std::string& text);
 
     /// Sets the format event of the section of that name. Raises error 9 where there is none.
@@ -125,7 +127,8 @@ public:
     /// Reads rows for at most `slice`; true while there are more. Without data the report is complete and
     /// empty. Subreports are read with it. Raises what the recordset raises.
     bool Work(std::chrono::milliseconds slice);
-    /// Whether all rows are read, and sorted where a group asks for it.
+    /// Whether all rows are read, and sorted where a group asks for it. Not while a failure waits to be
+    /// raised by Work or Finish: the recordset was disturbed, and its rest could not be read.
     bool IsComplete() const;
     /// Reads all that is left.
     void Finish();
@@ -152,6 +155,8 @@ public:
 private:
     friend class Table;
     struct Data;
+    explicit Report(Document document);
+    void LoadSubreports(const std::string& name, const DocumentSource& documents);
     Document mDocument;
     Table mTable;
     std::unique_ptr<Data> mData;

@@ -3,7 +3,7 @@
 
 #include "platform/errors.h"
 
-#include <sys/stat.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,6 +15,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 
 namespace report {
 
@@ -61,7 +62,8 @@ void PutValue(std::string& bytes, const ADODB::Value& value) {
         if (IsWhole(*number)) {
             // The sign goes to the lowest bit, so that small negative numbers are short too.
             const auto whole = static_cast<std::int64_t>(*number);
-            const auto folded = (static_cast<std::uint64_t>(whole) << 1) ^ (whole < 0 ? ~std::uint64_t{0} : 0);
+            const auto folded =
+                (static_cast<std::uint64_t>(whole) << 1) ^ (whole < 0 ? ~std::uint64_t{0} : 0);
             PutNumber(bytes, (folded << 2) | kWhole);
         } else {
             PutNumber(bytes, kReal);
@@ -230,10 +232,9 @@ struct RowStore::Implementation {
             firstRow = openRow;
             return open.data();
         }
-        const auto behind = std::upper_bound(blocks.begin(), blocks.end(), row,
-                                             [](std::size_t sought, const Block& block) {
-                                                 return sought < block.firstRow;
-                                             });
+        const auto behind =
+            std::upper_bound(blocks.begin(), blocks.end(), row,
+                             [](std::size_t sought, const Block& block) { return sought < block.firstRow; });
         firstRow = std::prev(behind)->firstRow;
         return BytesOf(static_cast<std::size_t>(std::prev(behind) - blocks.begin()));
     }

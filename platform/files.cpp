@@ -116,10 +116,10 @@ std::optional<std::string> DirectoryListing::Find(std::string_view name) const {
 
 std::vector<std::string> DirectoryListing::Spellings(std::string_view name) const {
     std::vector<std::string> spellings;
-    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings})
-        for (const std::string& entry : *names)
-            if (EqualNoCase(entry, name))
-                spellings.push_back(entry);
+    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings}) {
+        const auto [first, last] = std::equal_range(names->begin(), names->end(), name, LessNoCase);
+        spellings.insert(spellings.end(), first, last);
+    }
     return spellings;
 }
 

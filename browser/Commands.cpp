@@ -21,6 +21,12 @@ void Click(frmMain& form, int index) {
 
 constexpr ClickHandler kLater = nullptr;
 
+/// mnuPopPersonal with an index that is not that of the item.
+template <int Index>
+void Personal(frmMain& form, int /*index*/) {
+    form.mnuPopPersonal(Index);
+}
+
 /// The toolbar's Copy does nothing; copying is reached by the menus.
 void Nothing(frmMain& /*form*/, int /*index*/) {}
 
@@ -33,10 +39,10 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
     {Separator, "mnuFileBar3", -1, "", "", "mnuFile", "", nullptr},
     {Item, "mnuImport", -1, "&Import", "Ctrl+I", "mnuFile", "import", Click<&frmMain::mnuImport>},
     {Item, "mnuQuickImport", -1, "&Quick Import", "F12", "mnuFile", "", Click<&frmMain::mnuQuickImport>},
-    {Item, "mnuExport", -1, "&Export", "Ctrl+E", "mnuFile", "document-export", kLater},
+    {Item, "mnuExport", -1, "&Export", "Ctrl+E", "mnuFile", "document-export", Click<&frmMain::mnuExport>},
     {Separator, "mnuFileBar5", -1, "", "", "mnuFile", "", nullptr},
     {Menu, "mnuPreferences", -1, "&Preferences", "", "mnuFile", "", nullptr},
-    {Item, "mnuViewOptions", -1, "&Options", "Ctrl+P", "mnuPreferences", "preferences", kLater},
+    {Item, "mnuViewOptions", -1, "&Options", "Ctrl+P", "mnuPreferences", "preferences", Click<&frmMain::mnuViewOptions>},
     {Item, "mnuUsers", -1, "Admin Users", "Ctrl+A", "mnuPreferences", "users", kLater},
     {Menu, "mnuMBackup", -1, "Backup", "", "mnuFile", "", nullptr},
     {Item, "mnuBackup", -1, "Backup Database", "Ctrl+B", "mnuMBackup", "backup", kLater},
@@ -46,8 +52,8 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
 
     {Menu, "mnuEdit", -1, "&Edit", "", "", "", nullptr},
     {Item, "mnuCopy", -1, "Copy", "Ctrl+C", "mnuEdit", "edit-copy", Click<&frmMain::mnuCopy>},
-    {Item, "mnuFileDelete", -1, "Delete", "Del", "mnuEdit", "edit-delete", kLater},
-    {Item, "mnuFileRemoveComp", -1, "Remove Completely", "Shift+Del", "mnuEdit", "remove", kLater},
+    {Item, "mnuFileDelete", -1, "Delete", "Del", "mnuEdit", "edit-delete", Click<&frmMain::mnuFileDelete>},
+    {Item, "mnuFileRemoveComp", -1, "Remove Completely", "Shift+Del", "mnuEdit", "remove", Click<&frmMain::mnuFileRemoveComp>},
     {Separator, "mnuEditBar2aa", -1, "", "", "mnuEdit", "", nullptr},
     {Item, "mnuProperties", -1, "Properties", "F11", "mnuEdit", "properties", Click<&frmMain::mnuProperties>},
 
@@ -117,11 +123,11 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
     {Item, "mnuHelpAbout", -1, "&About Mova Pro Admin...", "", "mnuHelp", "help-about", Click<&frmMain::mnuHelpAbout>},
 
     {PopUp, "mnuPopup", -1, "Popup", "", "", "", nullptr},
-    {Item, "mnuPopPersonal", 0, "Mark to Retrieve Personal Info", "", "mnuPopup", "", kLater},
-    {Item, "mnuPopPersonal", 1, "UnMark to Retrieve Personal Info", "", "mnuPopup", "", kLater},
+    {Item, "mnuPopPersonal", 0, "Mark to Retrieve Personal Info", "", "mnuPopup", "", Click<&frmMain::mnuPopPersonal>},
+    {Item, "mnuPopPersonal", 1, "UnMark to Retrieve Personal Info", "", "mnuPopup", "", Click<&frmMain::mnuPopPersonal>},
     {Separator, "mnuFileBarPop1a", -1, "", "", "mnuPopup", "", nullptr},
-    {Item, "mnuPopFullExport", -1, "Full Export", "", "mnuPopup", "document-export", kLater},
-    {Item, "mnuPopTxtlExport", -1, "Export To Text", "", "mnuPopup", "", kLater},
+    {Item, "mnuPopFullExport", -1, "Full Export", "", "mnuPopup", "document-export", Click<&frmMain::mnuPopFullExport>},
+    {Item, "mnuPopTxtlExport", -1, "Export To Text", "", "mnuPopup", "", Click<&frmMain::mnuPopTxtlExport>},
     {Separator, "mnuFileBarPop1", -1, "", "", "mnuPopup", "", nullptr},
     {Item, "mnuPopRefresh", -1, "Refresh", "", "mnuPopup", "view-refresh", Click<&frmMain::mnuViewRefresh>},
     {Menu, "mnuPopShow", -1, "Show", "", "mnuPopup", "", nullptr},
@@ -129,20 +135,20 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
     {Radio, "mnuPopConfig", 1, "Current Configuration", "", "mnuPopShow", "", Click<&frmMain::mnuConfig>},
     {Separator, "mnuFileBarPop2", -1, "", "", "mnuPopup", "", nullptr},
     {Item, "mnuPopCopy", -1, "Copy", "", "mnuPopup", "edit-copy", Click<&frmMain::mnuCopy>},
-    {Item, "mnuPopDelete", -1, "Delete", "", "mnuPopup", "edit-delete", kLater},
+    {Item, "mnuPopDelete", -1, "Delete", "", "mnuPopup", "edit-delete", Click<&frmMain::mnuFileDelete>},
     {Separator, "mnuFileBarPop3", -1, "", "", "mnuPopup", "", nullptr},
-    {Item, "mnuRemove", -1, "Remove Completely", "", "mnuPopup", "remove", kLater},
+    {Item, "mnuRemove", -1, "Remove Completely", "", "mnuPopup", "remove", Click<&frmMain::mnuFileRemoveComp>},
     {Separator, "mnuFileBarPop4", -1, "", "", "mnuPopup", "", nullptr},
     {Item, "mnuPopProperties", -1, "Properties", "", "mnuPopup", "properties", Click<&frmMain::mnuProperties>},
 
     {PopUp, "mnuPopupR", -1, "PopupR", "", "", "", nullptr},
     {Item, "mnuPingPrivate", -1, "Ping", "", "mnuPopupR", "ping", kLater},
     {Separator, "mnuPingMarker", -1, "", "", "mnuPopupR", "", nullptr},
-    {Item, "mnuPopRPersonal", -1, "Mark to Retrieve Personal Info", "", "mnuPopupR", "", kLater},
-    {Item, "mnuPopRUnPersonal", -1, "UnMark to Retrieve Personal Info", "", "mnuPopupR", "", kLater},
+    {Item, "mnuPopRPersonal", -1, "Mark to Retrieve Personal Info", "", "mnuPopupR", "", Personal<0>},
+    {Item, "mnuPopRUnPersonal", -1, "UnMark to Retrieve Personal Info", "", "mnuPopupR", "", Personal<1>},
     {Separator, "mnuPopRMarkers1", -1, "", "", "mnuPopupR", "", nullptr},
     {Item, "mnuPopRImport", -1, "Import", "", "mnuPopupR", "import", Click<&frmMain::mnuPopRImport>},
-    {Item, "mnuPopRExport", -1, "Export", "", "mnuPopupR", "document-export", kLater},
+    {Item, "mnuPopRExport", -1, "Export", "", "mnuPopupR", "document-export", Click<&frmMain::mnuExport>},
     {Separator, "mnuPopRMarkers1a", -1, "", "", "mnuPopupR", "", nullptr},
     {Item, "mnuPopRRefresh", -1, "Refresh", "", "mnuPopupR", "view-refresh", Click<&frmMain::mnuViewRefresh>},
     {Menu, "mnuPopRShow", -1, "Show", "", "mnuPopupR", "", nullptr},
@@ -150,15 +156,15 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
     {Radio, "mnuPopRConfig", 1, "Current Configuration", "", "mnuPopRShow", "", Click<&frmMain::mnuConfig>},
     {Separator, "mnuFileBarPopR1", -1, "", "", "mnuPopupR", "", nullptr},
     {Item, "mnuPopRCopy", -1, "Copy", "", "mnuPopupR", "edit-copy", Click<&frmMain::mnuCopy>},
-    {Item, "mnuPopRDelete", -1, "Delete", "", "mnuPopupR", "edit-delete", kLater},
+    {Item, "mnuPopRDelete", -1, "Delete", "", "mnuPopupR", "edit-delete", Click<&frmMain::mnuFileDelete>},
     {Separator, "mnuFileBarPopR2", -1, "", "", "mnuPopupR", "", nullptr},
-    {Item, "mnuPopRRemove", -1, "Remove Completely", "", "mnuPopupR", "remove", kLater},
+    {Item, "mnuPopRRemove", -1, "Remove Completely", "", "mnuPopupR", "remove", Click<&frmMain::mnuFileRemoveComp>},
 });
 
 constexpr auto kToolButtons = std::to_array<ToolButton>({
     {"", "", "", ButtonGroup::None, -1, nullptr},
     {"Copy", "Copy (Ctrl-C)", "edit-copy", ButtonGroup::None, -1, Nothing},
-    {"Delete", "Delete (Del)", "edit-delete", ButtonGroup::None, -1, kLater},
+    {"Delete", "Delete (Del)", "edit-delete", ButtonGroup::None, -1, Click<&frmMain::mnuFileDelete>},
     {"", "", "", ButtonGroup::None, -1, nullptr},
     {"ViewLarge", "Large Icon View (F6)", "view-large", ButtonGroup::Views, 0, Click<&frmMain::mnuListViewMode>},
     {"ViewSmall", "Small Icon View (F7)", "view-small", ButtonGroup::Views, 1, Click<&frmMain::mnuListViewMode>},

@@ -82,6 +82,9 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
       mProgramFolder(std::move(programFolder)),
       mSession(*this, prompts, clock, mProgramFolder, UnloadSplash),
       mImport(ImportContext{*this, settings, prompts, clock, mProgramFolder}),
+      mListExport(ExportContext{*this, prompts, mProgramFolder}),
+      mMachineDump(ExportContext{*this, prompts, mProgramFolder}),
+      mMaintenance(*this, prompts),
       mSplit(kFirstSplit) {
     setObjectName("frmMain");
     setWindowTitle("MOVA Professional Administration Module");

@@ -8,7 +8,10 @@
 // list, frmMainPopup.cpp the pop-up menus, frmMainHelp.cpp help, mail and web.
 #pragma once
 
+#include "archive/ListExport.h"
+#include "archive/MachineDump.h"
 #include "browser/Commands.h"
+#include "browser/MachineMaintenance.h"
 #include "core/DatabaseSession.h"
 #include "core/MainForm.h"
 #include "import/ImportCommands.h"
@@ -61,7 +64,11 @@ public:
     void Pointer(MousePointer pointer) override;
     QWidget* OwnerWindow() override { return this; }
     int ShowConf() const override { return mShowConf; }
+    std::string SelectedNodeKey() const override;
+    std::vector<std::string> ListColumns() const override;
+    std::size_t ListItems() const override;
     std::string ListItemText(std::size_t row) const override;
+    std::string ListSubItem(std::size_t row, int column) const override;
     std::vector<std::size_t> SelectedListItems() const override;
     bool CheckIfSelected() const override;
     void Activate() override;
@@ -124,6 +131,12 @@ public:
     void mnuImport();
     void mnuQuickImport();
     void mnuPopRImport();
+    void mnuExport();
+    void mnuPopFullExport();
+    void mnuPopTxtlExport();
+    void mnuFileDelete();
+    void mnuFileRemoveComp();
+    void mnuPopPersonal(int index);
     void mnuFileClose();
     /// Puts the selected rows, or all where none is, on the clipboard as text with tabs.
     void mnuCopy();
@@ -135,6 +148,7 @@ public:
     void mnuViewLineUpIcons();
     void mnuConfig(int index) override;
     void mnuViewRefresh() override;
+    void mnuViewOptions() override;
     void mnuHelpContents();
     void mnuHelpSearch();
     void mnuZulWeb(int index);
@@ -195,6 +209,9 @@ private:
     std::string mHelpFile = "MOVA.HLP";
     DatabaseSession mSession;
     ImportCommands mImport;
+    ListExport mListExport;
+    MachineDump mMachineDump;
+    MachineMaintenance mMaintenance;
     std::function<void()> mOnExit;
     bool mIsLoaded = true;
     bool mHasHourglass = false;

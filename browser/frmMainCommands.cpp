@@ -186,6 +186,34 @@ void frmMain::mnuPopRImport() {
     mImport.mnuPopRImport();
 }
 
+void frmMain::mnuExport() {
+    mListExport.mnuExport();
+}
+
+void frmMain::mnuPopFullExport() {
+    mMachineDump.mnuPopFullExport();
+}
+
+void frmMain::mnuPopTxtlExport() {
+    mMachineDump.mnuPopTxtlExport();
+}
+
+void frmMain::mnuFileDelete() {
+    mMaintenance.mnuFileDelete();
+}
+
+void frmMain::mnuFileRemoveComp() {
+    mMaintenance.mnuFileRemoveComp();
+}
+
+void frmMain::mnuPopPersonal(int index) {
+    mMaintenance.mnuPopPersonal(index);
+}
+
+void frmMain::mnuViewOptions() {
+    ComesLater("Options");
+}
+
 void frmMain::mnuFileClose() {
     close();
     if (mOnExit)

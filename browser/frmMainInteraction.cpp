@@ -37,8 +37,30 @@ void AppendRow(std::string& text, const ListModel& items, std::size_t row) {
 
 } // namespace
 
+std::string frmMain::SelectedNodeKey() const {
+    const QModelIndex node = SelectedNode();
+    if (!node.isValid())
+        Raise(Errors::kNoObject);
+    return mTree->Key(node);
+}
+
+std::vector<std::string> frmMain::ListColumns() const {
+    std::vector<std::string> captions;
+    for (const ListColumnHeader& column : lvListView->Items().Columns())
+        captions.push_back(column.caption);
+    return captions;
+}
+
+std::size_t frmMain::ListItems() const {
+    return lvListView->Items().Rows();
+}
+
 std::string frmMain::ListItemText(std::size_t row) const {
     return std::string(lvListView->Items().Text(row, 0));
+}
+
+std::string frmMain::ListSubItem(std::size_t row, int column) const {
+    return std::string(lvListView->Items().Text(row, column));
 }
 
 std::vector<std::size_t> frmMain::SelectedListItems() const {

@@ -29,8 +29,17 @@ public:
     /// Checks the menu items and presses the button of a configuration, as a click on its menu item does.
     virtual void mnuConfig(int index) = 0;
 
+    /// The key of the tree's selected node; raises error 91 where none is selected.
+    virtual std::string SelectedNodeKey() const = 0;
+
+    /// The captions of the list's columns, in their order.
+    virtual std::vector<std::string> ListColumns() const = 0;
+    /// How many rows the list shows.
+    virtual std::size_t ListItems() const = 0;
     /// The text of the list's row `row`, which is that of its first column.
     virtual std::string ListItemText(std::size_t row) const = 0;
+    /// The text of the row's column `column`, from 1: the first is the row's own text.
+    virtual std::string ListSubItem(std::size_t row, int column) const = 0;
     /// The selected rows of the list, from its first to its last.
     virtual std::vector<std::size_t> SelectedListItems() const = 0;
     /// Whether any row of the list is selected.
@@ -50,4 +59,6 @@ public:
     virtual void ClearTreeAndList() = 0;
     /// Rebuilds the tree and empties the list.
     virtual void mnuViewRefresh() = 0;
+    /// Shows the options window until it is closed.
+    virtual void mnuViewOptions() = 0;
 };

@@ -3,7 +3,7 @@
 
 #include "core/Globals.h"
 #include "core/MainForm.h"
-#include "import/Pace.h"
+#include "core/Pace.h"
 #include "import/cSinImport.h"
 #include "import/frmImport.h"
 #include "platform/application.h"

@@ -4,8 +4,8 @@
 // the folder is remembered when it closes, whether or not it was imported.
 #pragma once
 
+#include "core/Pace.h"
 #include "import/ImportCommands.h"
-#include "import/Pace.h"
 #include "import/cSinImport.h"
 
 #include <QDialog>

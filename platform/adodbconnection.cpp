@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/accessfunctions.h"
+#include "platform/accesssql.h"
 #include "platform/adodb.h"
 #include "platform/adodbstate.h"
 #include "platform/errors.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace ADODB {
 
@@ -263,6 +265,26 @@ private:
     sqlite3* mDatabase;
 };
 
+/// The tables of which every row goes with its row of `table`: those whose reference can not be Null.
+std::vector<std::string> DependentTables(ConnectionState& state, const std::string& table) {
+    return Texts(state,
+                 "SELECT child.name FROM sqlite_master child, pragma_foreign_key_list(child.name) reference, "
+                 "pragma_table_info(child.name) part WHERE child.type = 'table' "
+                 "AND reference.\"table\" = " +
+                     SQLText(table) +
+                     " COLLATE NOCASE AND reference.on_delete = 'CASCADE' AND part.name = reference.\"from\" "
+                     "COLLATE NOCASE GROUP BY child.name, reference.id HAVING MIN(part.\"notnull\") = 1");
+}
+
+/// Empties the table's dependents before it. What hangs on it in another way is left to the engine.
+void EmptyWithDependents(ConnectionState& state, const std::string& table, std::set<std::string>& done) {
+    if (!done.insert(LowerCase(table)).second)
+        return;
+    for (const std::string& dependent : DependentTables(state, table))
+        EmptyWithDependents(state, dependent, done);
+    RunPlain(state, "DELETE FROM " + QuotedName(table));
+}
+
 /// Runs `work` whole or not at all, in a transaction of its own or within the one that is open.
 template <class Work>
 void AsOne(ConnectionState& state, const Work& work) {
@@ -281,6 +303,13 @@ void AsOne(ConnectionState& state, const Work& work) {
 }
 
 } // namespace
+
+void Connection::EmptyTable(std::string_view table, const std::function<void()>& progress) {
+    mState->CheckOpen();
+    const ProgressHandler handler(mState->database, progress);
+    std::set<std::string> done;
+    AsOne(*mState, [&] { EmptyWithDependents(*mState, std::string(table), done); });
+}
 
 void Connection::BeginTrans() {
     mState->BeforeChange();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/files.h"
 
+#include "platform/Descriptor.h"
 #include "platform/clock.h"
 #include "platform/errors.h"
 
@@ -18,32 +19,6 @@
 #include <utility>
 
 namespace {
-
-/// An open file that closes itself.
-class Descriptor {
-public:
-    Descriptor(const std::string& path, int flags, mode_t mode = 0)
-        : mNumber(open(path.c_str(), flags | O_CLOEXEC, mode)) {
-        if (mNumber < 0)
-            RaiseSystem(errno, path);
-    }
-    ~Descriptor() {
-        if (mNumber >= 0)
-            close(mNumber);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int Number() const { return mNumber; }
-
-    /// For a file that was written: some file systems tell only here that the disk is full.
-    void Close(const std::string& path) {
-        if (close(std::exchange(mNumber, -1)) != 0)
-            RaiseSystem(errno, path);
-    }
-
-private:
-    int mNumber;
-};
 
 struct stat Status(const std::string& path) {
     struct stat status {};
@@ -67,34 +42,6 @@ bool IsRegular(const std::string& folder, const dirent& entry) {
 
 bool EndsWithNoCase(std::string_view text, std::string_view end) {
     return text.size() >= end.size() && EqualNoCase(text.substr(text.size() - end.size()), end);
-}
-
-void WriteAll(const Descriptor& file, const char* bytes, std::size_t count, const std::string& path) {
-    while (count > 0) {
-        const ssize_t written = write(file.Number(), bytes, count);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            RaiseSystem(errno, path);
-        bytes += written;
-        count -= static_cast<std::size_t>(written);
-    }
-}
-
-/// Reads up to `count` bytes; fewer only at the file's end.
-std::size_t ReadAll(const Descriptor& file, char* bytes, std::size_t count, const std::string& path) {
-    std::size_t total = 0;
-    while (total < count) {
-        const ssize_t got = read(file.Number(), bytes + total, count - total);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            RaiseSystem(errno, path);
-        if (got == 0)
-            break;
-        total += static_cast<std::size_t>(got);
-    }
-    return total;
 }
 
 } // namespace
@@ -169,10 +116,10 @@ std::optional<std::string> DirectoryListing::Find(std::string_view name) const {
 
 std::vector<std::string> DirectoryListing::Spellings(std::string_view name) const {
     std::vector<std::string> spellings;
-    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings})
-        for (const std::string& entry : *names)
-            if (EqualNoCase(entry, name))
-                spellings.push_back(entry);
+    for (const std::vector<std::string>* names : {&mNames, &mOtherSpellings}) {
+        const auto [first, last] = std::equal_range(names->begin(), names->end(), name, LessNoCase);
+        spellings.insert(spellings.end(), first, last);
+    }
     return spellings;
 }
 
@@ -231,7 +178,7 @@ LocalTime FileStamp(const std::string& path) {
 
 std::string ReadFile(const std::string& path) {
     // Not to wait for a writer, should the name have become a pipe since it was listed.
-    const Descriptor file(path, O_RDONLY | O_NONBLOCK);
+    Descriptor file(path, O_RDONLY | O_NONBLOCK);
     struct stat status {};
     if (fstat(file.Number(), &status) != 0)
         RaiseSystem(errno, path);
@@ -240,7 +187,7 @@ std::string ReadFile(const std::string& path) {
     if (static_cast<std::uint64_t>(status.st_size) > kLargestFile)
         Raise(Errors::kOutOfMemory, path);
     std::string contents(static_cast<std::size_t>(status.st_size), '\0');
-    contents.resize(ReadAll(file, contents.data(), contents.size(), path));
+    contents.resize(file.Read(contents.data(), contents.size()));
     return contents;
 }
 
@@ -253,14 +200,14 @@ void CopyFile(const std::string& source, const std::string& target) {
     constexpr std::size_t kBlock = std::size_t{1} << 20U;
     if (std::error_code ignored; std::filesystem::equivalent(source, target, ignored))
         Raise(Errors::kPathAccess, target);
-    const Descriptor from(source, O_RDONLY);
+    Descriptor from(source, O_RDONLY);
     Descriptor to(target, O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
     if (fchmod(to.Number(), S_IRUSR | S_IWUSR) != 0)
         RaiseSystem(errno, target);
     std::string block(kBlock, '\0');
-    while (const std::size_t count = ReadAll(from, block.data(), block.size(), source))
-        WriteAll(to, block.data(), count, target);
-    to.Close(target);
+    while (const std::size_t count = from.Read(block.data(), block.size()))
+        to.Write(std::string_view(block).substr(0, count));
+    to.Close();
 }
 
 void DeleteDatabase(const std::string& path) {

@@ -22,7 +22,17 @@ public:
     QWidget* OwnerWindow() override { return nullptr; }
     int ShowConf() const override { return 1; }
     void mnuConfig(int index) override { told += "config " + std::to_string(index) + "\n"; }
+    std::string SelectedNodeKey() const override {
+        if (!node)
+            Raise(Errors::kNoObject);
+        return *node;
+    }
+    std::vector<std::string> ListColumns() const override { return columns; }
+    std::size_t ListItems() const override { return rows.size(); }
     std::string ListItemText(std::size_t row) const override { return rows.at(row); }
+    std::string ListSubItem(std::size_t row, int column) const override {
+        return subItems.at(row).at(static_cast<std::size_t>(column) - 1);
+    }
     std::vector<std::size_t> SelectedListItems() const override { return selected; }
     bool CheckIfSelected() const override { return !selected.empty(); }
     void Activate() override {
@@ -37,7 +47,8 @@ public:
     void EnableDatabaseCommands() override { told += "enable\n"; }
     void DisableDatabaseCommands() override { told += "disable\n"; }
     void ClearTreeAndList() override { told += "clear\n"; }
-    void mnuViewRefresh() override {}
+    void mnuViewRefresh() override { told += "refresh\n"; }
+    void mnuViewOptions() override { told += "options\n"; }
 
     /// For the commands of the database; the test owns it.
     DatabaseSession* session = nullptr;
@@ -47,7 +58,11 @@ public:
     int progressMaximum = 0;
     /// Raised by Activate.
     std::optional<RunTimeError> failure;
-    /// The list: texts of the first column, and which rows are selected.
+    /// The key of the tree's selected node; nothing where none is selected.
+    std::optional<std::string> node;
+    /// The list: captions, texts of the first column and of the others, and which rows are selected.
+    std::vector<std::string> columns;
     std::vector<std::string> rows;
+    std::vector<std::vector<std::string>> subItems;
     std::vector<std::size_t> selected;
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How often the progress of an import is shown. Files and sections pass faster than anybody reads, and
-// painting each would take longer than importing it.
+// How often the progress of long work is shown. Files and rows pass faster than anybody reads, and
+// painting each would take longer than the work on it.
 #pragma once
 
 #include <QElapsedTimer>

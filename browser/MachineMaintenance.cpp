@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "browser/MachineMaintenance.h"
+
+#include "core/FileModule.h"
+#include "core/Globals.h"
+#include "core/LongCommand.h"
+#include "core/NodeKeys.h"
+#include "platform/accesssql.h"
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "platform/prompts.h"
+
+#include <array>
+#include <optional>
+
+struct MachineMaintenance::Message {
+    const char* title;
+    /// Before and behind the machine's name, if it is told; else the whole text.
+    const char* before;
+    const char* behind = "";
+
+    std::string Text(const std::string& machine) const { return before + machine + behind; }
+};
+
+struct MachineMaintenance::MarkTexts {
+    bool isMarking;
+    Message one;
+    Message selected;
+    Message allQuestion;
+    Message all;
+};
+
+namespace {
+
+constexpr const char* kMarker = ".pnf";
+constexpr std::array kInventoryFiles = {".ORG", ".INF", ".PNF"};
+
+/// Whether a file in the inventory folder can be named after the machine.
+bool IsFileName(std::string_view machine) {
+    return machine.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos &&
+           machine.find_first_not_of('.') != std::string_view::npos;
+}
+
+void DeleteIfThere(const std::string& path) {
+    try {
+        DeleteFile(path);
+    } catch (const RunTimeError& failure) {
+        // A collector has taken it away since the folder was listed.
+        if (failure.number != Errors::kFileNotFound)
+            throw;
+    }
+}
+
+/// The inventory folder as it stands when a command begins; collectors may change it meanwhile.
+class InventoryFolder {
+public:
+    /// Deletes the machine's file with this extension, however its name is written.
+    void Delete(const std::string& machine, const std::string& extension) const {
+        if (!IsFileName(machine))
+            return;
+        for (const std::string& name : mListing.Spellings(machine + extension))
+            DeleteIfThere(JoinPath(mFolder, name));
+    }
+
+    /// Leaves an empty file in place of whatever the machine has with this extension.
+    void CreateEmpty(const std::string& machine, const std::string& extension) const {
+        if (!IsFileName(machine))
+            return;
+        Delete(machine, extension);
+        FileModule::CreateEmptyFile(JoinPath(mFolder, machine + extension));
+    }
+
+    /// Deletes all files with this extension that can be deleted.
+    void DeleteAll(const std::string& extension, LongCommand& work) const {
+        for (const std::string& name : mListing.WithExtension(extension))
+            for (const std::string& spelling : mListing.Spellings(name)) {
+                work.Step();
+                try {
+                    DeleteFile(JoinPath(mFolder, spelling));
+                } catch (const RunTimeError&) {
+                    // A locked file stays; the database is what was asked about.
+                    continue;
+                }
+            }
+    }
+
+private:
+    std::string mFolder = FolderOnDisk(gImportDir);
+    DirectoryListing mListing{mFolder};
+};
+
+void DeleteMachine(const std::string& machine) {
+    gConnection->Execute("DELETE * FROM Net WHERE COMPUTERNAME = " + SQLText(machine));
+}
+
+} // namespace
+
+void MachineMaintenance::mnuFileDelete() {
+    Guarded([this] { Delete(); });
+}
+
+void MachineMaintenance::mnuFileRemoveComp() {
+    Guarded([this] { RemoveCompletely(); });
+}
+
+void MachineMaintenance::mnuPopPersonal(int index) {
+    static constexpr std::array<MarkTexts, 2> kTexts = {{
+        {true,
+         {"Machine Marked", "Next time machine '", "' starts up, it will be asked to enter personal detail."},
+         {"Marked Ok", "Machines marked successfully !"},
+         {"Mark All?", "Are you sure your want to mark all machines to retrieve personal information?"},
+         {"All Marked", "All machines are marked for personal information retrieval!"}},
+        {false,
+         {"Machine Unmarked", "Machine '", "' was successfully Unmarked for personal information retrieval."},
+         {"Unmarked Ok", "Machines unmarked successfully !"},
+         {"Unmark All?", "Are you sure your want to unmark all machines for personal information retrieval?"},
+         {"All Unmarked", "All machines are unmarked for personal information retrieval!"}},
+    }};
+    Guarded([&] { Mark(kTexts.at(static_cast<std::size_t>(index))); });
+}
+
+void MachineMaintenance::Delete() {
+    constexpr Message kOne = {"Delete Selected Machine?", "You are about to DELETE Machine ",
+                              " from the database! Continue?"};
+    constexpr Message kSelected = {"Delete Selected Machines?",
+                                   "You are about to DELETE the selected machines! Continue?"};
+    constexpr Message kAll = {"Delete MACHINES!!",
+                              "Are you sure you want to DELETE ALL MACHINES from the database?"};
+    const std::string machine = NodeKeys::BeforeCategory(mForm.SelectedNodeKey());
+    if (!NodeKeys::IsAllMachines(machine)) {
+        if (!IsConfirmed(kOne, machine))
+            return;
+        const LongCommand work(mForm);
+        DeleteMachine(machine);
+    } else if (mForm.CheckIfSelected()) {
+        if (!IsConfirmed(kSelected))
+            return;
+        ForSelected(DeleteMachine);
+    } else {
+        if (!IsConfirmed(kAll))
+            return;
+        EmptyDatabase();
+    }
+    mForm.mnuViewRefresh();
+}
+
+void MachineMaintenance::RemoveCompletely() {
+    constexpr Message kOne = {"Remove Selected Machine Completely?", "You are about to REMOVE Machine ",
+                              " Completely! Are you sure you want to continue?"};
+    constexpr Message kSelected = {
+        "Remove Selected Machines Completely?",
+        "You are about to DELETE all the Selected Machines COMPLETELY ! This is not "
+        "reversable are you sure you want to continue?"};
+    constexpr Message kAll = {
+        "Remove MACHINES Completely!",
+        "Are you sure you want to REMOVE ALL MACHINES COMPLETELY? This is not reversible!"};
+    std::optional<InventoryFolder> files;
+    const auto remove = [&files](const std::string& machine) {
+        DeleteMachine(machine);
+        for (const char* extension : kInventoryFiles)
+            files->Delete(machine, extension);
+    };
+    const std::string machine = NodeKeys::WithoutMain(mForm.SelectedNodeKey());
+    if (!NodeKeys::IsAllMachines(machine)) {
+        if (!IsConfirmed(kOne, machine))
+            return;
+        const LongCommand work(mForm);
+        files.emplace();
+        remove(machine);
+    } else if (mForm.CheckIfSelected()) {
+        if (!IsConfirmed(kSelected))
+            return;
+        files.emplace();
+        ForSelected(remove);
+    } else {
+        if (!IsConfirmed(kAll))
+            return;
+        EmptyDatabase();
+        LongCommand work(mForm);
+        files.emplace();
+        for (const char* extension : kInventoryFiles)
+            files->DeleteAll(extension, work);
+    }
+    mForm.mnuViewRefresh();
+}
+
+void MachineMaintenance::Mark(const MarkTexts& texts) {
+    if (gImportDir.empty()) {
+        if (mPrompts.MsgBox("You haven't specified the INF directory path. Start the Options Dialog?",
+                            MsgBoxStyle::kYesNo + MsgBoxStyle::kQuestion,
+                            "Start Options") == MsgBoxAnswer::Yes)
+            mForm.mnuViewOptions();
+        return;
+    }
+    std::optional<InventoryFolder> files;
+    const auto mark = [&](const std::string& machine) {
+        if (!texts.isMarking)
+            return files->Delete(machine, kMarker);
+        try {
+            files->CreateEmpty(machine, kMarker);
+        } catch (const RunTimeError&) {
+            // The list tells which machines are marked; one that can't be must not keep the others from it.
+            return;
+        }
+    };
+    const std::string machine = NodeKeys::BeforeCategory(NodeKeys::WithoutMain(mForm.SelectedNodeKey()));
+    if (!NodeKeys::IsAllMachines(machine)) {
+        files.emplace();
+        mark(machine);
+        Tell(texts.one, machine);
+    } else if (mForm.CheckIfSelected()) {
+        files.emplace();
+        ForSelected(mark);
+        Tell(texts.selected);
+    } else {
+        if (mPrompts.MsgBox(texts.allQuestion.before,
+                            MsgBoxStyle::kYesNo + MsgBoxStyle::kQuestion + MsgBoxStyle::kDefaultButton2,
+                            texts.allQuestion.title) != MsgBoxAnswer::Yes)
+            return;
+        files.emplace();
+        MarkAll(mark);
+        Tell(texts.all);
+    }
+    mForm.mnuViewRefresh();
+}
+
+void MachineMaintenance::MarkAll(const std::function<void(const std::string&)>& mark) {
+    LongCommand work(mForm);
+    gRecordset = std::make_shared<ADODB::Recordset>();
+    gRecordset->Open("SELECT * FROM Net", gConnection, ADODB::Cursor::Keyset, ADODB::Lock::ReadOnly);
+    const ADODB::Field& name = gRecordset->Fields().Item(std::size_t{0});
+    for (; !gRecordset->EndOfFile(); gRecordset->MoveNext()) {
+        mark(std::string(name.Text()));
+        work.Step();
+    }
+    gRecordset->Close();
+}
+
+void MachineMaintenance::EmptyDatabase() {
+    LongCommand work(mForm);
+    gConnection->EmptyTable("Net", [&work] { work.Step(); });
+}
+
+bool MachineMaintenance::IsConfirmed(const Message& question, const std::string& machine) {
+    return mPrompts.MsgBox(question.Text(machine),
+                           MsgBoxStyle::kYesNo + MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2,
+                           question.title) == MsgBoxAnswer::Yes;
+}
+
+void MachineMaintenance::Tell(const Message& message, const std::string& machine) {
+    mPrompts.MsgBox(message.Text(machine), MsgBoxStyle::kQuestion, message.title);
+}
+
+void MachineMaintenance::ForSelected(const std::function<void(const std::string&)>& act) {
+    LongCommand work(mForm);
+    std::string last;
+    for (const std::size_t row : mForm.SelectedListItems()) {
+        const std::string machine = mForm.ListItemText(row);
+        if (machine != last)
+            act(machine);
+        last = machine;
+        work.Step();
+    }
+}
+
+void MachineMaintenance::Guarded(const std::function<void()>& command) {
+    try {
+        command();
+    } catch (const RunTimeError& failure) {
+        mPrompts.MsgBox(failure.description, MsgBoxStyle::kCritical, "Error #" + NumberText(failure.number));
+    }
+}

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ReplacedFile.h"
+
+#include "platform/errors.h"
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+constexpr std::size_t kBuffer = std::size_t{64} << 10U;
+
+/// The file that `path` leads to through any links; `path` itself where there is none yet.
+std::string Resolved(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
+    return real ? std::string(real.get()) : path;
+}
+
+/// A name for the file while it grows, hidden so that no listing shows it.
+std::string Template(const std::string& target) {
+    const std::string folder = FolderOf(target);
+    if (folder.empty())
+        return target.empty() || target.front() != '/' ? ".velmora-XXXXXX" : "/.velmora-XXXXXX";
+    return JoinPath(folder, ".velmora-XXXXXX");
+}
+
+int MakeTemporary(const std::string& target, std::string& temporary) {
+    if (target.empty() || target.back() == '/')
+        Raise(Errors::kPathNotFound, target);
+    const int file = mkostemp(temporary.data(), O_CLOEXEC);
+    if (file < 0 && errno == ENOENT)
+        Raise(Errors::kPathNotFound, FolderOf(target));
+    return file;
+}
+
+/// The rights that the file will have. The mask of the process can only be read by setting it.
+mode_t ModeFor(const std::string& target, ReplacedFile::Rights rights) {
+    struct stat status {};
+    const bool isThere = stat(target.c_str(), &status) == 0;
+    if (isThere && !S_ISREG(status.st_mode))
+        Raise(Errors::kPathAccess, target);
+    if (isThere && access(target.c_str(), W_OK) != 0)
+        RaiseSystem(errno, target);
+    if (rights == ReplacedFile::Rights::OwnerOnly)
+        return S_IRUSR | S_IWUSR;
+    if (isThere)
+        return status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+    const mode_t mask = umask(0);
+    umask(mask);
+    return (S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH) & ~mask;
+}
+
+} // namespace
+
+ReplacedFile::ReplacedFile(const std::string& path, Rights rights)
+    : mTarget(Resolved(path)),
+      mTemporary(Template(mTarget)),
+      mMode(ModeFor(mTarget, rights)),
+      mFile(MakeTemporary(mTarget, mTemporary), mTarget) {}
+
+ReplacedFile::~ReplacedFile() {
+    if (!mTemporary.empty())
+        unlink(mTemporary.c_str());
+}
+
+void ReplacedFile::Write(std::string_view bytes) {
+    mBuffer += bytes;
+    if (mBuffer.size() >= kBuffer)
+        Flush();
+}
+
+void ReplacedFile::Flush() {
+    mFile.Write(mBuffer);
+    mBuffer.clear();
+}
+
+void ReplacedFile::Commit() {
+    Flush();
+    if (fchmod(mFile.Number(), mMode) != 0 || fsync(mFile.Number()) != 0)
+        RaiseSystem(errno, mTarget);
+    mFile.Close();
+    if (rename(mTemporary.c_str(), mTarget.c_str()) != 0)
+        RaiseSystem(errno, mTarget);
+    mTemporary.clear();
+}

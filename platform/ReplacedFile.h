@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A file that is written whole or not at all. It grows under a hidden name of its own beside its target, and
+// takes the target's place with Commit; given up before, by an error or a stop, it leaves nothing, and an
+// older target as it was. A target that is a link is replaced where the link points.
+#pragma once
+
+#include "platform/Descriptor.h"
+
+#include <string>
+#include <string_view>
+
+class ReplacedFile {
+public:
+    enum class Rights {
+        /// Those of the target where there is one, else those of any new file of the user.
+        Usual,
+        /// Reading and writing by the owner alone: for what holds the whole database.
+        OwnerOnly,
+    };
+
+    /// Raises error 75 for a target that is no file, 70 for one that may not be written, 76 where its folder
+    /// is missing.
+    explicit ReplacedFile(const std::string& path, Rights rights = Rights::Usual);
+    ~ReplacedFile();
+    ReplacedFile(const ReplacedFile&) = delete;
+    ReplacedFile& operator=(const ReplacedFile&) = delete;
+
+    /// Adds to the file, through a buffer. Raises error 61 where the disk is full.
+    void Write(std::string_view bytes);
+
+    /// Where the file grows: for libraries that write to a name. What they write and what Write does are
+    /// not to be mixed.
+    const std::string& TemporaryPath() const { return mTemporary; }
+
+    /// Puts the file on disk and in its target's place. Raises what the disk refuses.
+    void Commit();
+
+private:
+    void Flush();
+
+    std::string mTarget;
+    std::string mTemporary;
+    mode_t mMode;
+    Descriptor mFile;
+    std::string mBuffer;
+};

@@ -119,8 +119,9 @@ public:
             const ssize_t written = pwrite(mHandle, bytes.data(), bytes.size(), static_cast<off_t>(mLength));
             if (written < 0 && errno == EINTR)
                 continue;
+            // Past a limit on the length of files there is no more room than on a full disk.
             if (written <= 0)
-                RaiseSystem(written < 0 ? errno : ENOSPC, mFolder);
+                RaiseSystem(written == 0 || errno == EFBIG ? ENOSPC : errno, mFolder);
             mLength += static_cast<std::uint64_t>(written);
             bytes.remove_prefix(static_cast<std::size_t>(written));
         }

@@ -27,6 +27,7 @@ constexpr std::array kDescriptions = {
     Standing{Errors::kNoObject, "There is no object here"},
     Standing{Errors::kInvalidNull, "Invalid use of Null"},
     Standing{Errors::kDuplicateKey, "The collection has this key already"},
+    Standing{Errors::kPrinter, "Printer error"},
     Standing{Errors::kKeyNotUnique, "The key is not unique in its collection"},
     Standing{Errors::kNoCurrentRow, "There is no current row"},
     Standing{Errors::kNoSuchField, "There is no field of this name or position"},

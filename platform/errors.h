@@ -31,6 +31,7 @@ constexpr int kPathNotFound = 76;
 constexpr int kNoObject = 91;
 constexpr int kInvalidNull = 94;
 constexpr int kDuplicateKey = 457;
+constexpr int kPrinter = 482;
 constexpr int kKeyNotUnique = 35602;
 constexpr int kNoCurrentRow = 3021;
 constexpr int kNoSuchField = 3265;

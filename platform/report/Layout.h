@@ -50,6 +50,8 @@ public:
     /// Groups begun so far, outer ones before what is in them.
     std::size_t GroupCount() const;
     GroupEntry Group(std::size_t index) const;
+    /// The level of a group alone; reads no row.
+    std::size_t GroupLevel(std::size_t index) const;
 
     const PageFormat& Format() const;
 

@@ -211,6 +211,10 @@ std::size_t Report::RowCount() const {
     return mData->sorting.IsSorting() && !mData->isRead ? 0 : mData->rows.Count();
 }
 
+std::size_t Report::RowsRead() const {
+    return mData->rows.Count();
+}
+
 void Report::ReadRow(std::size_t index, Row& row) const {
     if (mData->order.empty())
         return mData->rows.Read(index, row);

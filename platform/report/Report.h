@@ -142,6 +142,8 @@ public:
     /// The selected rows in the order of the report. Rows are known as they are read, unless a group sorts:
     /// then none is before all are read.
     std::size_t RowCount() const;
+    /// Rows taken from the recordset so far, also while they wait to be sorted.
+    std::size_t RowsRead() const;
     void ReadRow(std::size_t index, Row& row) const;
     /// Rows of a subreport that belong to a value of the main row's join field.
     std::vector<std::size_t> RowsJoinedTo(const ObjectDefinition& subreport, const ADODB::Value& value) const;

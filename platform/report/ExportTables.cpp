@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/ExportTables.h"
 
+#include <algorithm>
+
 namespace report {
 
 namespace {
@@ -31,6 +33,11 @@ struct Usage {
             fields[object.source.index] = true;
         if (object.source.kind == Source::Kind::Formula)
             formulas[object.source.index] = true;
+    }
+
+    bool IsNone() const {
+        return std::find(fields.begin(), fields.end(), true) == fields.end() &&
+               std::find(formulas.begin(), formulas.end(), true) == formulas.end();
     }
 
     std::vector<bool> fields;
@@ -73,6 +80,8 @@ ExportTable::ExportTable(const Report& main, const ObjectDefinition* subreport)
     Usage usage(document);
     if (mSubreport != nullptr)
         usage.fields[mSubreport->childField] = true;
+    if (usage.IsNone())
+        usage.fields.assign(usage.fields.size(), true);
     for (std::size_t i = 0; i < document.fields.size(); ++i) {
         const FieldDefinition& field = document.fields[i];
         if (usage.fields[i])

@@ -53,7 +53,7 @@ public:
 
     const std::string& Title() const { return mReport->Definition().title; }
     /// The fields that an object shows or a group uses, in the order of their definition, then the formulas
-    /// that an object shows.
+    /// that an object shows; all fields where the document shows none.
     const std::vector<ExportColumn>& Columns() const { return mColumns; }
     ADODB::Value Value(const ExportColumn& column, const Row& row) const;
 

@@ -23,8 +23,6 @@ namespace report {
 
 namespace {
 
-/// Rows of a sheet below its captions.
-constexpr lxw_row_t kSheetRows = LXW_ROW_MAX - 1;
 constexpr std::size_t kSheetName = 31;
 constexpr std::string_view kSheetEnd = "</worksheet>";
 
@@ -54,8 +52,11 @@ private:
 
 class Workbook {
 public:
-    Workbook(const ReplacedFile& file, const std::string& title)
-        : mPath(file.TemporaryPath()), mFolder(FolderOf(mPath)), mTitle(WorkbookText(title)) {
+    Workbook(const ReplacedFile& file, const std::string& title, std::size_t sheetRows)
+        : mPath(file.TemporaryPath()),
+          mFolder(FolderOf(mPath)),
+          mTitle(WorkbookText(title)),
+          mSheetRows(sheetRows) {
         lxw_workbook_options options{};
         options.constant_memory = 1;
         options.tmpdir = mFolder.empty() ? nullptr : mFolder.data();
@@ -87,7 +88,7 @@ public:
     }
 
     void Add(const ExportTable& table, const Row& row) {
-        if (mRow == kSheetRows) {
+        if (mRow == mSheetRows) {
             EndSheet(table);
             BeginSheet(table);
         }
@@ -164,6 +165,7 @@ private:
     std::string mPath;
     std::string mFolder;
     std::string mTitle;
+    std::size_t mSheetRows;
     std::unique_ptr<lxw_workbook, FreeBook> mBook;
     lxw_format* mBold = nullptr;
     lxw_worksheet* mSheet = nullptr;
@@ -174,10 +176,12 @@ private:
 
 } // namespace
 
-bool WriteXLSX(const Report& report, ReplacedFile& file, const ExportProgress& progress) {
+bool WriteXLSX(const Report& report, ReplacedFile& file, const ExportProgress& progress,
+               std::size_t sheetRows) {
+    static_assert(kSheetRows == LXW_ROW_MAX - 1);
     const std::vector<ExportTable> tables = ExportTable::Of(report);
     const auto count = static_cast<double>(tables.size());
-    Workbook book(file, report.Definition().title);
+    Workbook book(file, report.Definition().title, sheetRows);
     for (std::size_t i = 0; i < tables.size(); ++i) {
         const auto number = static_cast<double>(i);
         // The last tenth is for packing, which can not be stopped.

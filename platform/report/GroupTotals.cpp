@@ -1,20 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/GroupTotals.h"
 
-#include "platform/text.h"
+#include "platform/report/RowOrder.h"
 
 namespace report {
-
-namespace {
-
-/// As the database compares: texts without regard to case, Null equal to Null alone.
-bool IsSameGroup(const ADODB::Value& a, const ADODB::Value& b) {
-    const auto* const left = std::get_if<std::string>(&a);
-    const auto* const right = std::get_if<std::string>(&b);
-    return left != nullptr && right != nullptr ? EqualNoCase(*left, *right) : a == b;
-}
-
-} // namespace
 
 GroupTotals::GroupTotals(const Document& document) : mDocument(document) {
     for (const Section& section : document.sections)

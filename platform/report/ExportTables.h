@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A report as plain tables, for the exports that are read by programs: one table of the report's own rows,
+// then one for each of its subreports. And the steps in which any export goes, so that it can be watched and
+// stopped.
+#pragma once
+
+#include "platform/report/Exports.h"
+#include "platform/report/Report.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace report {
+
+/// Tells an export's progress now and then, and remembers that it was stopped.
+class ExportSteps {
+public:
+    ExportSteps(const ExportProgress& progress, double from, double to, std::size_t count)
+        : mProgress(progress), mFrom(from), mTo(to), mCount(count) {}
+
+    /// One more step; false from the stop on.
+    bool Next();
+    bool IsStopped() const { return mIsStopped; }
+
+private:
+    const ExportProgress& mProgress;
+    double mFrom;
+    double mTo;
+    std::size_t mCount;
+    std::size_t mDone = 0;
+    bool mIsStopped = false;
+};
+
+/// Asks `progress` whether to go on, where there is one.
+bool GoesOn(const ExportProgress& progress, double share);
+
+struct ExportColumn {
+    std::string name;
+    bool isFormula = false;
+    /// Of the field or formula, from 0.
+    std::size_t index = 0;
+    bool isFlag = false;
+    /// Characters, for texts; 0 where unknown.
+    int width = 0;
+};
+
+class ExportTable {
+public:
+    /// The tables of a complete report, its own first.
+    static std::vector<ExportTable> Of(const Report& report);
+
+    const std::string& Title() const { return mReport->Definition().title; }
+    /// The fields that an object shows or a group uses, in the order of their definition, then the formulas
+    /// that an object shows; all fields where the document shows none.
+    const std::vector<ExportColumn>& Columns() const { return mColumns; }
+    ADODB::Value Value(const ExportColumn& column, const Row& row) const;
+
+    /// Calls `visit` for each row in the order of the report, a step each; those of a subreport come with the
+    /// row that they belong to.
+    void ForEachRow(ExportSteps& steps, const std::function<void(const Row& row)>& visit) const;
+    /// The rows that ForEachRow counts its steps by.
+    std::size_t StepCount() const { return mMain->RowCount(); }
+
+private:
+    ExportTable(const Report& main, const ObjectDefinition* subreport);
+
+    const Report* mMain;
+    /// The object of the main report that holds this one; none for the report itself.
+    const ObjectDefinition* mSubreport;
+    const Report* mReport;
+    std::vector<ExportColumn> mColumns;
+};
+
+} // namespace report

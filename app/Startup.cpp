@@ -45,7 +45,7 @@ void RaiseWindows() {
 
 Startup::Startup(std::string programFolder, std::string commandLine, SettingsStore& settings,
                  Prompts& prompts, Processes& processes, const Clock& clock, Desktop& desktop,
-                 SingleInstance& instance)
+                 report::Printing& printing, SingleInstance& instance)
     : mProgramFolder(std::move(programFolder)),
       mCommandLine(std::move(commandLine)),
       mSettings(settings),
@@ -53,6 +53,7 @@ Startup::Startup(std::string programFolder, std::string commandLine, SettingsSto
       mProcesses(processes),
       mClock(clock),
       mDesktop(desktop),
+      mPrinting(printing),
       mInstance(instance) {}
 
 Startup::~Startup() {
@@ -77,7 +78,7 @@ bool Startup::Main() {
     ScreenPointer(MousePointer::Hourglass);
     if (!RebuildDatabase())
         return true;
-    mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mDesktop, mProgramFolder);
+    mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mDesktop, mPrinting, mProgramFolder);
     mForm->OnExit([] { QApplication::exit(0); });
     gMainForm = mForm.get();
     mForm->Load();

@@ -15,13 +15,17 @@
 #include <string>
 
 class frmMain;
+namespace report {
+class Printing;
+}
 
 class Startup {
 public:
     /// `programFolder` holds the collector, the template and the folder INF, and gets the database.
     /// `commandLine` is the whole of it as one text.
     Startup(std::string programFolder, std::string commandLine, SettingsStore& settings, Prompts& prompts,
-            Processes& processes, const Clock& clock, Desktop& desktop, SingleInstance& instance);
+            Processes& processes, const Clock& clock, Desktop& desktop, report::Printing& printing,
+            SingleInstance& instance);
     ~Startup();
     Startup(const Startup&) = delete;
     Startup& operator=(const Startup&) = delete;
@@ -46,6 +50,7 @@ private:
     Processes& mProcesses;
     const Clock& mClock;
     Desktop& mDesktop;
+    report::Printing& mPrinting;
     SingleInstance& mInstance;
     std::unique_ptr<frmMain> mForm;
 };

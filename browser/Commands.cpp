@@ -3,6 +3,7 @@
 
 #include "browser/frmMain.h"
 
+#include <algorithm>
 #include <array>
 #include <type_traits>
 
@@ -17,6 +18,20 @@ void Click(frmMain& form, int index) {
         (form.*Member)(index);
     else
         (form.*Member)();
+}
+
+/// A literal as an argument of a template.
+template <std::size_t Size>
+struct Name {
+    // NOLINTNEXTLINE(google-explicit-constructor): literals are to be taken as they stand
+    consteval Name(const char (&literal)[Size]) { std::copy_n(literal, Size, text.begin()); }
+    std::array<char, Size> text{};
+};
+
+/// Shows the catalogue's report of the menu item.
+template <Name MenuItem>
+void Report(frmMain& form, int /*index*/) {
+    form.ShowReport(MenuItem.text.data());
 }
 
 constexpr ClickHandler kLater = nullptr;
@@ -82,31 +97,31 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
 
     {Menu, "MNUReport", -1, "&Report", "", "", "", nullptr},
     {Menu, "mnuRepUser", -1, "User Reports", "", "MNUReport", "", nullptr},
-    {Item, "mnuRepBasicUser", -1, "Basic User Info", "", "mnuRepUser", "", kLater},
-    {Item, "mnuRepUserDetailed", -1, "Detailed User Info", "", "mnuRepUser", "", kLater},
-    {Item, "mnuRepUserLogon", -1, "User Logon", "", "mnuRepUser", "", kLater},
-    {Item, "mnuRepUserPCConfig", -1, "User PC Configuration", "", "mnuRepUser", "", kLater},
+    {Item, "mnuRepBasicUser", -1, "Basic User Info", "", "mnuRepUser", "", Report<"mnuRepBasicUser">},
+    {Item, "mnuRepUserDetailed", -1, "Detailed User Info", "", "mnuRepUser", "", Report<"mnuRepUserDetailed">},
+    {Item, "mnuRepUserLogon", -1, "User Logon", "", "mnuRepUser", "", Report<"mnuRepUserLogon">},
+    {Item, "mnuRepUserPCConfig", -1, "User PC Configuration", "", "mnuRepUser", "", Click<&frmMain::mnuRepUserPCConfig>},
     {Menu, "mnuRepHardware", -1, "Hardware Reports", "", "MNUReport", "", nullptr},
-    {Item, "mnuRepRAM", -1, "Random Access Memory (RAM)", "", "mnuRepHardware", "", kLater},
-    {Item, "mnuRepFixedDrive", -1, "Fixed Drive", "", "mnuRepHardware", "", kLater},
-    {Item, "mnuRepCPU", -1, "Central Processing Unit (CPU)", "", "mnuRepHardware", "", kLater},
+    {Item, "mnuRepRAM", -1, "Random Access Memory (RAM)", "", "mnuRepHardware", "", Report<"mnuRepRAM">},
+    {Item, "mnuRepFixedDrive", -1, "Fixed Drive", "", "mnuRepHardware", "", Report<"mnuRepFixedDrive">},
+    {Item, "mnuRepCPU", -1, "Central Processing Unit (CPU)", "", "mnuRepHardware", "", Report<"mnuRepCPU">},
     {Menu, "mnuRepSoftware", -1, "Software Reports", "", "MNUReport", "", nullptr},
-    {Item, "mnuRepOffice", -1, "Microsoft Office", "", "mnuRepSoftware", "", kLater},
-    {Item, "mnuRepOS", -1, "Operating System", "", "mnuRepSoftware", "", kLater},
-    {Item, "mnuRepUninstall", -1, "Installed Software", "", "mnuRepSoftware", "", kLater},
-    {Item, "mnuRepODBC", -1, "ODBC Drivers", "", "mnuRepSoftware", "", kLater},
+    {Item, "mnuRepOffice", -1, "Microsoft Office", "", "mnuRepSoftware", "", Report<"mnuRepOffice">},
+    {Item, "mnuRepOS", -1, "Operating System", "", "mnuRepSoftware", "", Report<"mnuRepOS">},
+    {Item, "mnuRepUninstall", -1, "Installed Software", "", "mnuRepSoftware", "", Report<"mnuRepUninstall">},
+    {Item, "mnuRepODBC", -1, "ODBC Drivers", "", "mnuRepSoftware", "", Report<"mnuRepODBC">},
     {Menu, "mnuRepFault", -1, "Fault Reports", "", "MNUReport", "", nullptr},
-    {Item, "mnuRepDeviceConf", -1, "Device Conflicts", "", "mnuRepFault", "", kLater},
-    {Item, "mnuCompare", -1, "Comparison (all)", "", "mnuRepFault", "", kLater},
-    {Item, "mnuCompareMis", -1, "Comparison (mismatches)", "", "mnuRepFault", "", kLater},
+    {Item, "mnuRepDeviceConf", -1, "Device Conflicts", "", "mnuRepFault", "", Report<"mnuRepDeviceConf">},
+    {Item, "mnuCompare", -1, "Comparison (all)", "", "mnuRepFault", "", Click<&frmMain::mnuCompare>},
+    {Item, "mnuCompareMis", -1, "Comparison (mismatches)", "", "mnuRepFault", "", Click<&frmMain::mnuCompareMis>},
     {Menu, "mnuRepStats", -1, "Chart Reports", "", "MNUReport", "", nullptr},
-    {Item, "mnuRepUserAgainsOS", -1, "Proportional OS Graph", "", "mnuRepStats", "", kLater},
+    {Item, "mnuRepUserAgainsOS", -1, "Proportional OS Graph", "", "mnuRepStats", "", Report<"mnuRepUserAgainsOS">},
     {Menu, "mnuRepNetwork", -1, "Network Reports", "", "MNUReport", "", nullptr},
-    {Item, "mnuRepNetPrinters", -1, "Mapped Printers", "", "mnuRepNetwork", "", kLater},
-    {Item, "mnuRepNetDrives", -1, "Mapped Drives", "", "mnuRepNetwork", "", kLater},
-    {Item, "mnuRepNetProtocol", -1, "Network Protocol", "", "mnuRepNetwork", "", kLater},
+    {Item, "mnuRepNetPrinters", -1, "Mapped Printers", "", "mnuRepNetwork", "", Report<"mnuRepNetPrinters">},
+    {Item, "mnuRepNetDrives", -1, "Mapped Drives", "", "mnuRepNetwork", "", Report<"mnuRepNetDrives">},
+    {Item, "mnuRepNetProtocol", -1, "Network Protocol", "", "mnuRepNetwork", "", Report<"mnuRepNetProtocol">},
     {Separator, "mnuSplit10", -1, "", "", "MNUReport", "", nullptr},
-    {Item, "mnuCustomReport", -1, "Custom Reports", "", "MNUReport", "report", kLater},
+    {Item, "mnuCustomReport", -1, "Custom Reports", "", "MNUReport", "report", Click<&frmMain::mnuCustomReport>},
 
     {Menu, "mnuHelp", -1, "&Help", "", "", "", nullptr},
     {Item, "mnuHelpContents", -1, "&Contents", "", "mnuHelp", "help-contents", Click<&frmMain::mnuHelpContents>},

@@ -74,7 +74,7 @@ bool CanBeReached(const QRect& window) {
 } // namespace
 
 frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, Desktop& desktop,
-                 std::string programFolder)
+                 report::Printing& printing, std::string programFolder)
     : mSettings(settings),
       mPrompts(prompts),
       mClock(clock),
@@ -85,6 +85,7 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
       mListExport(ExportContext{*this, prompts, mProgramFolder}),
       mMachineDump(ExportContext{*this, prompts, mProgramFolder}),
       mMaintenance(*this, prompts),
+      mReports(ReportContext{*this, prompts, printing, mProgramFolder}),
       mSplit(kFirstSplit) {
     setObjectName("frmMain");
     setWindowTitle("MOVA Professional Administration Module");

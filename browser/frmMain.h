@@ -18,6 +18,7 @@
 #include "platform/clock.h"
 #include "platform/prompts.h"
 #include "platform/settings.h"
+#include "reports/ReportCommands.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -48,7 +49,7 @@ public:
     /// `programFolder` holds the template, the program's own database and the help. The arguments must
     /// outlive the window.
     frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, Desktop& desktop,
-            std::string programFolder);
+            report::Printing& printing, std::string programFolder);
     ~frmMain() override;
 
     /// Reads the settings and opens the database, while the window is still hidden. To be called once.
@@ -149,6 +150,12 @@ public:
     void mnuConfig(int index) override;
     void mnuViewRefresh() override;
     void mnuViewOptions() override;
+    /// The catalogue's report of a menu item, in a window titled by the item's caption.
+    void ShowReport(std::string_view menuItem);
+    void mnuRepUserPCConfig();
+    void mnuCompare();
+    void mnuCompareMis();
+    void mnuCustomReport();
     void mnuHelpContents();
     void mnuHelpSearch();
     void mnuZulWeb(int index);
@@ -212,6 +219,7 @@ private:
     ListExport mListExport;
     MachineDump mMachineDump;
     MachineMaintenance mMaintenance;
+    ReportCommands mReports;
     std::function<void()> mOnExit;
     bool mIsLoaded = true;
     bool mHasHourglass = false;

@@ -214,6 +214,26 @@ void frmMain::mnuViewOptions() {
     ComesLater("Options");
 }
 
+void frmMain::ShowReport(std::string_view menuItem) {
+    mReports.ShowReport(menuItem, WithoutAccessKey(Action(menuItem).text().toStdString()));
+}
+
+void frmMain::mnuRepUserPCConfig() {
+    mReports.mnuRepUserPCConfig();
+}
+
+void frmMain::mnuCompare() {
+    mReports.mnuCompare();
+}
+
+void frmMain::mnuCompareMis() {
+    mReports.mnuCompareMis();
+}
+
+void frmMain::mnuCustomReport() {
+    mReports.mnuCustomReport();
+}
+
 void frmMain::mnuFileClose() {
     close();
     if (mOnExit)

@@ -164,3 +164,10 @@ bool IsASCII(std::string_view text) {
             return false;
     return true;
 }
+
+bool IsUTF8(std::string_view text) {
+    while (!text.empty())
+        if (TakeCharacter(text) == kNoCharacter)
+            return false;
+    return true;
+}

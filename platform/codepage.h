@@ -38,3 +38,6 @@ private:
 
 /// Whether all bytes are below 128, so that text is the same in every page and in UTF-8.
 bool IsASCII(std::string_view text);
+
+/// Whether all of `text` is UTF-8, as Encode reads it.
+bool IsUTF8(std::string_view text);

@@ -180,7 +180,7 @@ TEST_F(MainWindowTest, WithoutADatabaseOnlyOpeningAndCreatingAreLeft) {
     form->EnableDatabaseCommands();
     for (const auto& c : cases)
         EXPECT_EQ(IsEnabled(c.name), c.open) << c.name;
-    prompts.Expect(Box("Export", "This command comes with a later version."));
+    prompts.Expect(Box("Export", "There's nothing to export."));
     QTest::keyClick(form.get(), Qt::Key_E, Qt::ControlModifier);
 }
 

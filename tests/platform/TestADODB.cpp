@@ -182,6 +182,34 @@ TEST_F(ADODBTest, IndexesOfAKilledBulkLoadComeBackAtTheNextOpening) {
     EXPECT_EQ(One("SELECT COUNT(*) FROM PC WHERE COMPUTERNAME='PC2'"), "0") << "deletes cascade again";
 }
 
+TEST_F(ADODBTest, AnEmptiedTableTakesAlongWhatADeleteWould) {
+    const auto run = [this](const char* sql) {
+        ASSERT_EQ(sqlite3_exec(connection->Handle(), sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql;
+    };
+    run("CREATE TABLE Device (ID TEXT PRIMARY KEY, Name TEXT COLLATE NOCASE NOT NULL REFERENCES net"
+        " ON DELETE CASCADE);"
+        "CREATE TABLE Protocol (Device TEXT NOT NULL REFERENCES Device ON DELETE CASCADE);"
+        "INSERT INTO Device VALUES ('a', 'PC1'), ('b', 'PC2'); INSERT INTO Protocol VALUES ('a'), ('b');"
+        "INSERT INTO PC (ConfID) VALUES (7)");
+    const auto rows = [this] {
+        std::string counts;
+        for (const char* table : {"Net", "PC", "Device", "Protocol"})
+            counts += One(std::string("SELECT COUNT(*) FROM ") + table) + " ";
+        return counts;
+    };
+    run("CREATE TRIGGER Locked BEFORE DELETE ON Net BEGIN SELECT RAISE(ABORT, 'locked'); END");
+    EXPECT_EQ(ErrorOf([&] { connection->EmptyTable("Net"); }), Errors::kDatabase);
+    EXPECT_EQ(rows(), "2 3 2 2 ") << "all or nothing";
+    run("DROP TRIGGER Locked");
+    connection->BeginTrans();
+    connection->EmptyTable("Net");
+    connection->RollbackTrans();
+    EXPECT_EQ(rows(), "2 3 2 2 ") << "part of a transaction";
+    connection->EmptyTable("Net");
+    EXPECT_EQ(rows(), "0 1 0 0 ") << "a row that belongs to no machine stays";
+    EXPECT_EQ(One("SELECT ConfID FROM PC"), "7");
+}
+
 TEST_F(ADODBTest, TransactionsKeepOrUndoTheirRows) {
     connection->BeginTrans();
     connection->Execute("DELETE * FROM Net");

@@ -126,18 +126,19 @@ private:
         chain.kind = Node::Kind::Chain;
         chain.isFlag = level <= kComparisons;
         chain.children.push_back(Level(level + 1));
-        while (const OperatorName* found = TakeOperator(level)) {
+        while (const OperatorName* found = OperatorHere(level)) {
             if (level == kComparisons && !chain.operators.empty())
                 Fail("a comparison has two sides; \"and\" or \"or\" is expected");
+            mTokens.Take();
             chain.operators.push_back(found->meaning);
             chain.children.push_back(Level(level + 1));
         }
         return chain.operators.empty() ? chain.children.front() : Made(std::move(chain));
     }
 
-    const OperatorName* TakeOperator(std::size_t level) {
+    const OperatorName* OperatorHere(std::size_t level) const {
         for (const OperatorName& known : kOperators)
-            if (known.level == level && mTokens.TakeIf(known.text))
+            if (known.level == level && mTokens.Is(known.text))
                 return &known;
         return nullptr;
     }

@@ -41,19 +41,20 @@ constexpr std::size_t kLevels = 6;
 struct FunctionName {
     std::string_view name;
     Function function;
-    std::size_t least;
-    std::size_t most;
+    std::uint8_t least;
+    std::uint8_t most;
     bool isFlag = false;
 };
 
 constexpr FunctionName kFunctions[] = {
-    {"Abs", Function::Abs, 1, 1},     {"Exact", Function::Exact, 2, 2, true},
-    {"InStr", Function::InStr, 2, 2}, {"IsNull", Function::IsNull, 1, 1, true},
-    {"LCase", Function::LCase, 1, 1}, {"Left", Function::Left, 2, 2},
-    {"Len", Function::Len, 1, 1},     {"Mid", Function::Mid, 2, 3},
-    {"Right", Function::Right, 2, 2}, {"Round", Function::Round, 1, 2},
-    {"Text", Function::Text, 1, 2},   {"Trim", Function::Trim, 1, 1},
-    {"UCase", Function::UCase, 1, 1}, {"Val", Function::Val, 1, 1},
+    {"Abs", Function::Abs, 1, 1},         {"Exact", Function::Exact, 2, 2, true},
+    {"InStr", Function::InStr, 2, 2},     {"IsNull", Function::IsNull, 1, 1, true},
+    {"LCase", Function::LCase, 1, 1},     {"Left", Function::Left, 2, 2},
+    {"Len", Function::Len, 1, 1},         {"Mid", Function::Mid, 2, 3},
+    {"Replace", Function::Replace, 3, 3}, {"Right", Function::Right, 2, 2},
+    {"Round", Function::Round, 1, 2},     {"Text", Function::Text, 1, 2},
+    {"Trim", Function::Trim, 1, 1},       {"UCase", Function::UCase, 1, 1},
+    {"Val", Function::Val, 1, 1},
 };
 
 class Parser {

@@ -73,7 +73,8 @@ inline const std::vector<report::FieldDefinition> kFields = {
 inline const char* const kFormulas[] = {
     "{T.Size} * 2 + 1 > 10 or {T.Name} = \"it's\" and not {T.Flag}",
     "if IsNull({T.None}) then 'no''ne' else if {T.Size} <= -1.5e3 then Mid({T.Name}, 2, 3) else null",
-    "UCase(Trim(Left({T.Name}, 3) & Right({T.Name}, 2))) <> LCase(Text({T.Size} / 7, \"number\"))",
+    "UCase(Trim(Replace({T.Name}, 'a', 'b') & Left({T.Name}, 3) & Right({T.Name}, 2))) <> "
+    "LCase(Text({T.Size} / 7, \"number\"))",
     "Round(Abs(-{T.Size}), 2) - Val({T.Name}) >= Len({T.Name}) * InStr({T.Name}, 'x') / (1 - 1)",
     "Exact({T.Name}, \"\xC3\xA9t\xC3\xA9\") = true",
 };

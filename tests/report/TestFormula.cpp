@@ -71,6 +71,8 @@ TEST(Formula, GivesTheValueThatItsTextMeans) {
          "Left('abc', 99) & Mid('abc', 0, 1) & Mid('abc', "
          "3) & Mid('abc', 9) & Right('abc', -1)",
          "abcac"},
+        {"what is replaced is found in any case, and not within what replaced it",
+         "Replace('aXbx', 'x', 'xx') & Replace('|9|', '|', '') & Replace('a', '', 'b')", "axxbxx9a"},
         {"halves go to the even neighbour", "Round(2.5) & Round(3.5) & Round(0.125, 2)", "240.12"},
         {"a function of Null is Null", "UCase({T.None})", "Null"},
         {"numbers at a text's beginning", "Val('12 KB') + Val('none')", "12"},

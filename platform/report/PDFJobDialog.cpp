@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
@@ -116,7 +117,8 @@ void PDFJobDialog::accept() {
 }
 
 bool PDFJobDialog::Ask(PrintJob& job) {
-    if (exec() != QDialog::Accepted)
+    const QPointer<PDFJobDialog> alive(this);
+    if (exec() != QDialog::Accepted || alive.isNull())
         return false;
     job.printerName.clear();
     job.pdfPath = mFile->text().toStdString();

@@ -7,6 +7,7 @@
 #include "platform/report/PDFJobDialog.h"
 
 #include <QPainter>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 
@@ -107,26 +108,37 @@ QPrinter& SystemPrinting::PrinterNamed(const std::string& name) {
 }
 
 bool SystemPrinting::AskForJob(QWidget* owner, const std::string& printerName, int pages, PrintJob& job) {
-    if (LocalPrinters().empty())
-        return PDFJobDialog(mPrompts, pages, owner).Ask(job);
+    if (LocalPrinters().empty()) {
+        // Not on the stack: it goes with its owner.
+        const QPointer<PDFJobDialog> dialog = new PDFJobDialog(mPrompts, pages, owner);
+        const bool isAccepted = dialog->Ask(job);
+        delete dialog;
+        return isAccepted;
+    }
     QPrinter& printer = PrinterNamed(printerName);
     printer.setOutputFileName(QString());
     printer.setPageRanges({});
     printer.setFromTo(0, 0);
-    QPrintDialog dialog(&printer, owner);
-    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
-                      QAbstractPrintDialog::PrintCollateCopies);
-    dialog.setMinMax(1, pages);
-    dialog.setFromTo(1, pages);
-    if (dialog.exec() != QDialog::Accepted)
+    const QPointer<QPrintDialog> dialog = new QPrintDialog(&printer, owner);
+    dialog->setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
+                       QAbstractPrintDialog::PrintCollateCopies);
+    dialog->setMinMax(1, pages);
+    dialog->setFromTo(1, pages);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (dialog.isNull())
         return false;
-    const bool isRange = dialog.printRange() == QAbstractPrintDialog::PageRange;
+    const bool isRange = dialog->printRange() == QAbstractPrintDialog::PageRange;
+    const int from = dialog->fromPage();
+    const int to = dialog->toPage();
+    delete dialog;
+    if (!isAccepted)
+        return false;
     job.printerName = printer.printerName().toStdString();
     job.pdfPath = printer.outputFileName().toStdString();
     if (!job.pdfPath.empty())
         job.printerName.clear();
-    job.firstPage = isRange ? std::max(1, dialog.fromPage()) : 1;
-    job.lastPage = isRange ? dialog.toPage() : 0;
+    job.firstPage = isRange ? std::max(1, from) : 1;
+    job.lastPage = isRange ? to : 0;
     job.copies = printer.copyCount();
     return true;
 }
@@ -134,9 +146,11 @@ bool SystemPrinting::AskForJob(QWidget* owner, const std::string& printerName, i
 bool SystemPrinting::SetUp(QWidget* owner) {
     if (LocalPrinters().empty())
         return false;
-    QPrintDialog dialog(&PrinterNamed({}), owner);
-    dialog.setOptions(QAbstractPrintDialog::PrintCollateCopies);
-    return dialog.exec() == QDialog::Accepted;
+    const QPointer<QPrintDialog> dialog = new QPrintDialog(&PrinterNamed({}), owner);
+    dialog->setOptions(QAbstractPrintDialog::PrintCollateCopies);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    delete dialog;
+    return isAccepted;
 }
 
 void SystemPrinting::Print(const PrintJob& job, const PageFormat& format, const std::string& title, int pages,

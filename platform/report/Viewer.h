@@ -2,6 +2,10 @@
 // The window part that shows a report: pages with zoom, a group tree, find, copying, page set-up, printing,
 // export. It fills the window that it is put into. A report is read and laid out in slices between events;
 // the first page shows as soon as it is known.
+//
+// Its keys, which the window around it must not bind: Ctrl+P print, Ctrl+E export, F5 refresh, Esc stop,
+// Ctrl+F find, F3 and Shift+F3 next and previous place, Ctrl+A and Ctrl+C select a page and copy, Ctrl+Plus,
+// Ctrl+Minus and Ctrl+0 zoom, Ctrl+Page Up and Ctrl+Page Down turn a page. PageView has its own.
 #pragma once
 
 #include "platform/report/Report.h"
@@ -39,8 +43,10 @@ public:
     /// Asks for file and format, then exports.
     void ExportReport();
 
-private:
+    /// Its insides, for its own sources alone.
     struct Implementation;
+
+private:
     std::unique_ptr<Implementation> mThis;
 };
 

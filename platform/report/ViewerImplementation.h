@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What is within a Viewer: its parts, and the state of the work on its report. The work is done in slices,
+// by the owner's calls of IsBusy or by a timer of the viewer's own once the owner has left off calling.
+#pragma once
+
+#include "platform/prompts.h"
+#include "platform/report/FindBar.h"
+#include "platform/report/Finder.h"
+#include "platform/report/FontMeasure.h"
+#include "platform/report/GroupModel.h"
+#include "platform/report/Layout.h"
+#include "platform/report/PageView.h"
+#include "platform/report/Printing.h"
+#include "platform/report/Viewer.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QSplitter;
+class QToolBar;
+class QTreeView;
+
+namespace report {
+
+struct Viewer::Implementation {
+    Implementation(Viewer& owner, Prompts& questions, Printing& paper);
+
+    // Making the window's parts: ViewerParts.cpp.
+    void MakeParts();
+    void MakeActions();
+    void MakeToolBar();
+    void ArrangeParts();
+    QAction& Action(std::string_view name) const { return *actions.find(name)->second; }
+
+    // The work on the report: Viewer.cpp.
+    /// Begins with `source`, or with none.
+    void Take(std::shared_ptr<Report> source);
+    void LayOutAnew();
+    /// Does a slice; true while there is more. Raises what reading raises.
+    bool Work();
+    void WorkByTimer();
+    void EndWork();
+    void Stop();
+    void Refresh();
+    void ShowWork();
+
+    // What stands around the pages, kept in step with them: ViewerParts.cpp.
+    void UpdatePageNumber();
+    void UpdateZoom();
+    void UpdateActions();
+    void UpdateStatus();
+
+    // Commands: ViewerCommands.cpp.
+    /// Runs a command; what it raises is shown in a box.
+    void Guarded(const std::function<void()>& command);
+    void ShowError(int number, const std::string& description);
+    void Print();
+    void Export();
+    void SetUpPage();
+    void Copy();
+    void GoToTypedPage();
+    void TakeTypedZoom();
+    void ZoomBy(double factor);
+    void JumpToGroup(const QModelIndex& index);
+    void OpenFind();
+    void CloseFind();
+    void Find(bool isForward);
+    void Escape();
+    /// Reads and lays out what is left, under a window with Cancel; false when that was pressed.
+    bool CompleteFirst();
+    std::string Title() const;
+
+    Viewer& viewer;
+    Prompts& prompts;
+    Printing& printing;
+    FontMeasure measure;
+
+    std::shared_ptr<Report> report;
+    std::unique_ptr<Layout> layout;
+    int generation = 0;
+    PageFormat format;
+    bool isBusy = false;
+    /// While a printer or an exporter draws on the report, slices wait.
+    bool isHeld = false;
+    bool hasFailed = false;
+    /// The user has stopped the work; what is laid out when the grace is over is all there is.
+    bool isStopped = false;
+    QElapsedTimer sinceStop;
+    QTimer timer;
+    QElapsedTimer sinceTree;
+    bool wantsTree = true;
+
+    PageView* pages = nullptr;
+    QTreeView* tree = nullptr;
+    GroupModel* groups = nullptr;
+    Finder* finder = nullptr;
+    FindBar* findBar = nullptr;
+    QToolBar* toolBar = nullptr;
+    QSplitter* splitter = nullptr;
+    QLineEdit* pageNumber = nullptr;
+    QLabel* pageCount = nullptr;
+    QComboBox* zoom = nullptr;
+    QLabel* status = nullptr;
+    QProgressBar* progress = nullptr;
+    std::map<std::string, QAction*, std::less<>> actions;
+};
+
+} // namespace report

@@ -3,14 +3,15 @@
 //
 //   {Table.Field} {@Formula} 12.5 "text" 'text' true false null
 //   + - * / & = <> < <= > >= not and or     if … then … else …
-//   Abs Round Val IsNull Exact Len Trim UCase LCase Left Right Mid InStr Text
+//   Abs Round Val IsNull Exact Len Trim UCase LCase Left Right Mid InStr Replace Text
 //
 // `=` and `<>` always answer: Null equals Null alone, so `<>` holds where exactly one side is Null. Any other
 // comparison with Null is Null, as is arithmetic on Null and on text that is no number; a Null condition is
 // not true; `&` takes Null as "". Texts compare without regard to the case of ASCII letters, Exact(a, b) to
 // the byte. A number and a text compare as numbers where the text is a number, else as texts. Division by
 // zero and overflow are Null. Positions count characters from 1; Round goes half to even, to 0 places where
-// it has no second argument. Text(value, "megabytes") formats as an object of that format does.
+// it has no second argument. Replace(text, sought, other) takes what it finds in any case. Text(value,
+// "megabytes") formats as an object of that format does.
 #pragma once
 
 #include "platform/adodb.h"

@@ -81,6 +81,23 @@ Value PositionOf(const Arguments& arguments) {
     return static_cast<double>(CharacterCount(std::string_view(text).substr(0, found)) + 1);
 }
 
+Value Replaced(const Arguments& arguments) {
+    const std::string text = arguments.Text(0);
+    const std::string lower = LowerCase(text);
+    const std::string sought = LowerCase(arguments.Text(1));
+    const std::string other = arguments.Text(2);
+    if (sought.empty())
+        return text;
+    std::string made;
+    std::size_t from = 0;
+    for (std::size_t found = lower.find(sought); found != std::string::npos && made.size() <= kLongestText;
+         found = lower.find(sought, from)) {
+        made += text.substr(from, found - from) + other;
+        from = found + sought.size();
+    }
+    return made + text.substr(from);
+}
+
 Value Rounded(const Arguments& arguments) {
     const std::optional<double> number = arguments.Number(0);
     const std::optional<double> places = arguments.Count() > 1 ? arguments.Number(1) : std::optional(0.0);
@@ -132,6 +149,8 @@ Value CallFunction(const Formula::Node& call, const std::vector<Value>& values) 
             return static_cast<double>(CharacterCount(arguments.Text(0)));
         case Function::Mid:
             return Mid(arguments);
+        case Function::Replace:
+            return Replaced(arguments);
         case Function::Right:
             return Right(arguments);
         case Function::Round:

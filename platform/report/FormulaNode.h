@@ -40,6 +40,7 @@ enum class Function : std::uint8_t {
     Left,
     Len,
     Mid,
+    Replace,
     Right,
     Round,
     Text,
@@ -86,7 +87,7 @@ ADODB::Value FlagValue(bool isTrue);
 /// Whether two values are the same to formulas.
 bool AreEqual(const ADODB::Value& a, bool isFlagA, const ADODB::Value& b, bool isFlagB);
 
-/// Calls the function of `call`, whose arguments are evaluated.
-ADODB::Value CallFunction(const Formula::Node& call, const std::vector<ADODB::Value>& arguments);
+/// Calls the function of `call` with the values of its arguments.
+ADODB::Value CallFunction(const Formula::Node& call, const std::vector<ADODB::Value>& values);
 
 } // namespace report

@@ -41,19 +41,20 @@ constexpr std::size_t kLevels = 6;
 struct FunctionName {
     std::string_view name;
     Function function;
-    std::size_t least;
-    std::size_t most;
+    std::uint8_t least;
+    std::uint8_t most;
     bool isFlag = false;
 };
 
 constexpr FunctionName kFunctions[] = {
-    {"Abs", Function::Abs, 1, 1},     {"Exact", Function::Exact, 2, 2, true},
-    {"InStr", Function::InStr, 2, 2}, {"IsNull", Function::IsNull, 1, 1, true},
-    {"LCase", Function::LCase, 1, 1}, {"Left", Function::Left, 2, 2},
-    {"Len", Function::Len, 1, 1},     {"Mid", Function::Mid, 2, 3},
-    {"Right", Function::Right, 2, 2}, {"Round", Function::Round, 1, 2},
-    {"Text", Function::Text, 1, 2},   {"Trim", Function::Trim, 1, 1},
-    {"UCase", Function::UCase, 1, 1}, {"Val", Function::Val, 1, 1},
+    {"Abs", Function::Abs, 1, 1},         {"Exact", Function::Exact, 2, 2, true},
+    {"InStr", Function::InStr, 2, 2},     {"IsNull", Function::IsNull, 1, 1, true},
+    {"LCase", Function::LCase, 1, 1},     {"Left", Function::Left, 2, 2},
+    {"Len", Function::Len, 1, 1},         {"Mid", Function::Mid, 2, 3},
+    {"Replace", Function::Replace, 3, 3}, {"Right", Function::Right, 2, 2},
+    {"Round", Function::Round, 1, 2},     {"Text", Function::Text, 1, 2},
+    {"Trim", Function::Trim, 1, 1},       {"UCase", Function::UCase, 1, 1},
+    {"Val", Function::Val, 1, 1},
 };
 
 class Parser {
@@ -126,18 +127,19 @@ private:
         chain.kind = Node::Kind::Chain;
         chain.isFlag = level <= kComparisons;
         chain.children.push_back(Level(level + 1));
-        while (const OperatorName* found = TakeOperator(level)) {
+        while (const OperatorName* found = OperatorHere(level)) {
             if (level == kComparisons && !chain.operators.empty())
                 Fail("a comparison has two sides; \"and\" or \"or\" is expected");
+            mTokens.Take();
             chain.operators.push_back(found->meaning);
             chain.children.push_back(Level(level + 1));
         }
         return chain.operators.empty() ? chain.children.front() : Made(std::move(chain));
     }
 
-    const OperatorName* TakeOperator(std::size_t level) {
+    const OperatorName* OperatorHere(std::size_t level) const {
         for (const OperatorName& known : kOperators)
-            if (known.level == level && mTokens.TakeIf(known.text))
+            if (known.level == level && mTokens.Is(known.text))
                 return &known;
         return nullptr;
     }

@@ -92,10 +92,14 @@ void FormulaTokens::Number() {
     mCurrent.number = *number;
 }
 
-bool FormulaTokens::TakeIf(std::string_view wordOrSymbol) {
+bool FormulaTokens::Is(std::string_view wordOrSymbol) const {
     const bool canBe =
         mCurrent.kind == FormulaToken::Kind::Word || mCurrent.kind == FormulaToken::Kind::Symbol;
-    if (!canBe || !EqualNoCase(mCurrent.text, wordOrSymbol))
+    return canBe && EqualNoCase(mCurrent.text, wordOrSymbol);
+}
+
+bool FormulaTokens::TakeIf(std::string_view wordOrSymbol) {
+    if (!Is(wordOrSymbol))
         return false;
     Take();
     return true;

@@ -26,7 +26,9 @@ public:
 
     const FormulaToken& Current() const { return mCurrent; }
     void Take();
-    /// Takes the current token if it is that word, in any case, or that symbol.
+    /// Whether the current token is that word, in any case, or that symbol.
+    bool Is(std::string_view wordOrSymbol) const;
+    /// Takes it if so.
     bool TakeIf(std::string_view wordOrSymbol);
     /// Raises error -1 about the current token.
     [[noreturn]] void Fail(const std::string& cause) const;

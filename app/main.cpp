@@ -5,6 +5,7 @@
 #include "platform/application.h"
 #include "platform/files.h"
 #include "platform/qtprompts.h"
+#include "platform/report/SystemPrinting.h"
 
 #include <QIcon>
 
@@ -24,9 +25,10 @@ int main(int argc, char** argv) {
         SystemProcesses processes;
         const SystemClock clock;
         SystemDesktop desktop;
+        report::SystemPrinting printing(prompts);
         const std::string folder = ProgramFolder();
         SingleInstance instance(folder);
-        Startup startup(folder, commandLine, settings, prompts, processes, clock, desktop, instance);
+        Startup startup(folder, commandLine, settings, prompts, processes, clock, desktop, printing, instance);
         if (!startup.Main() || FormRegistry::Instance().Windows().empty())
             return 0;
         prompts.Owner(FormRegistry::Instance().Find("frmMain"));

@@ -14,6 +14,7 @@
 #include "import/Schema.h"
 #include "platform/application.h"
 #include "platform/desktop.h"
+#include "platform/report/SystemPrinting.h"
 
 #include <malloc.h>
 #include <sqlite3.h>
@@ -244,7 +245,8 @@ int main(int argc, char** argv) {
         QuietPrompts prompts;
         const SystemClock clock;
         NoDesktop desktop;
-        frmMain form(settings, prompts, clock, desktop, place.Folder("program"));
+        report::SystemPrinting printing(prompts);
+        frmMain form(settings, prompts, clock, desktop, printing, place.Folder("program"));
         form.Load();
         form.show();
         QApplication::processEvents();

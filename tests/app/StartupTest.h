@@ -11,6 +11,7 @@
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "tests/support/FakeDesktop.h"
+#include "tests/support/FakePrinting.h"
 #include "tests/support/FakeProcesses.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
@@ -53,7 +54,7 @@ protected:
     bool Start(const std::string& commandLine = {}) {
         instance = std::make_unique<SingleInstance>(folder.Path());
         startup = std::make_unique<Startup>(folder.Path(), commandLine, settings, prompts, processes, clock,
-                                            desktop, *instance);
+                                            desktop, printing, *instance);
         return startup->Main();
     }
 
@@ -72,6 +73,7 @@ protected:
     QueuedPrompts prompts;
     FakeProcesses processes;
     FakeDesktop desktop;
+    FakePrinting printing;
     FixedClock clock{
         std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
     std::unique_ptr<SingleInstance> instance;

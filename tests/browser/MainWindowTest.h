@@ -4,6 +4,7 @@
 
 #include "browser/frmMain.h"
 #include "tests/support/FakeDesktop.h"
+#include "tests/support/FakePrinting.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
@@ -62,6 +63,7 @@ protected:
     FixedClock clock{
         std::chrono::year_month_day{std::chrono::year(2024), std::chrono::month(3), std::chrono::day(15)}};
     FakeDesktop desktop;
+    FakePrinting printing;
     SettingsStore settings;
     std::unique_ptr<frmMain> form;
 };

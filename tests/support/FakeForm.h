@@ -20,7 +20,7 @@ public:
         told += pointer == MousePointer::Hourglass ? "hourglass\n" : "arrow\n";
     }
     QWidget* OwnerWindow() override { return nullptr; }
-    int ShowConf() const override { return 1; }
+    int ShowConf() const override { return configuration; }
     void mnuConfig(int index) override { told += "config " + std::to_string(index) + "\n"; }
     std::string SelectedNodeKey() const override {
         if (!node)
@@ -58,6 +58,8 @@ public:
     int progressMaximum = 0;
     /// Raised by Activate.
     std::optional<RunTimeError> failure;
+    /// The configuration on display.
+    int configuration = 1;
     /// The key of the tree's selected node; nothing where none is selected.
     std::optional<std::string> node;
     /// The list: captions, texts of the first column and of the others, and which rows are selected.

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The report windows over a small inventory, with everything around them in the test's hand.
+#pragma once
+
+#include "core/FormRegistry.h"
+#include "core/Globals.h"
+#include "reports/ReportCommands.h"
+#include "reports/ReportWindow.h"
+#include "tests/support/FakeForm.h"
+#include "tests/support/FakePrinting.h"
+#include "tests/support/QueuedPrompts.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QAction>
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+class ReportsTest : public testing::Test {
+protected:
+    ReportsTest();
+    ~ReportsTest() override;
+
+    /// Runs statements of the engine's own SQL.
+    static void RunSQL(const char* statements);
+    /// The first values of a query's rows, joined by blanks.
+    static std::string Ask(const char* statement);
+
+    template <typename Window = ReportWindow>
+    static Window* Find(const char* name) {
+        return static_cast<Window*>(FormRegistry::Instance().Find(name));
+    }
+    template <typename Control>
+    static Control& ControlOf(QWidget& window, const char* name) {
+        return *window.findChild<Control*>(name);
+    }
+    /// The menu item of a window, as a click runs it.
+    static void Trigger(QWidget& window, const char* item) { ControlOf<QAction>(window, item).trigger(); }
+
+    /// Lets the windows work until none waits for its report.
+    static void Settle();
+    /// What `field` holds in the report's rows, joined by "/"; "-" for Null.
+    static std::string Values(const report::Report& report, const char* field);
+
+    TemporaryFolder folder;
+    QueuedPrompts prompts;
+    FakePrinting printing;
+    FakeForm form;
+    ReportContext context{form, prompts, printing, folder.Path()};
+    ReportCommands commands{context};
+};

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The customers' own reports: their settings files, the list, and running them.
+#include "reports/CustomReports.h"
+#include "reports/frmCustomReports.h"
+#include "tests/reports/ReportsTest.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTimer>
+
+#include <filesystem>
+#include <random>
+
+namespace {
+
+constexpr const char* kDocument =
+    "title = 'Staff'\n[table]\nname = 'Net'\nfields = [{name = 'COMPUTERNAME', type = 'text', width = 50}]\n"
+    "[[detail.line]]\nobjects = [{field = '{Net.COMPUTERNAME}'}]";
+constexpr const char* kSettings = "|Name=Staff list|GroupTree=1|SQL=SELECT * FROM Net|";
+
+TEST(GetReportSet, TakesThreeFieldsInTheirOrder) {
+    const struct {
+        const char *why, *text;
+        bool isGood;
+        const char* name = "";
+        int group = 0;
+        const char* sql = "";
+    } cases[] = {
+        {"bars are shared", kSettings, true, "Staff list", 1, "SELECT * FROM Net"},
+        {"or not; the rest is ignored", "x|y\r\n|Name=A|\r\n|z|GroupTree=0||SQL=B|C", true, "A", 0, "B"},
+        {"line ends belong to the value", "|Name=A\nB|GroupTree=1|SQL=C\r\nD|", true, "A\nB", 1, "C\r\nD"},
+        {"values may be empty", "|Name=|GroupTree=|SQL=|", true, "", 0, ""},
+        {"a text is 0", "|Name=A|GroupTree=abc|SQL=B|", true, "A", 0, "B"},
+        {"any number shows the tree", "|Name=A|GroupTree=-1|SQL=B|", true, "A", -1, "B"},
+        {"a number of 16 bits", "|Name=A|GroupTree=70000|SQL=B|", false},
+        {"the 8-bit page", "|Name=Caf\xE9|GroupTree=1|SQL=B|", true, "Caf\xC3\xA9", 1, "B"},
+        {"UTF-8 behind its mark", "\xEF\xBB\xBF|Name=Caf\xC3\xA9|GroupTree=1|SQL=B|", true, "Caf\xC3\xA9", 1,
+         "B"},
+        {"the name is not closed", "|Name=A", false},
+        {"no group tree", "|Name=A|SQL=B|", false},
+        {"the statement is not closed", "|Name=A|GroupTree=1|SQL=B", false},
+        {"keys have one spelling", "|NAME=A|GroupTree=1|SQL=B|", false},
+        {"and one order", "|GroupTree=1|Name=A|SQL=B|", false},
+        {"nothing", "", false},
+    };
+    const TemporaryFolder folder;
+    for (const auto& c : cases) {
+        std::string name;
+        std::string sql;
+        std::int16_t group = 0;
+        ASSERT_EQ(CustomReports::GetReportSet(folder.WriteFile("a.rni", c.text), name, sql, group), c.isGood)
+            << c.why;
+        if (c.isGood) {
+            EXPECT_EQ(name, c.name) << c.why;
+            EXPECT_EQ(group, c.group) << c.why;
+            EXPECT_EQ(sql, c.sql) << c.why;
+        }
+    }
+    std::string text;
+    std::int16_t group = 0;
+    EXPECT_FALSE(CustomReports::GetReportSet(folder.Path("missing.rni"), text, text, group));
+    EXPECT_FALSE(CustomReports::GetReportSet(folder.Path(), text, text, group)) << "a folder";
+}
+
+TEST(GetReportSet, TakesWhateverStandsInTheFile) {
+    const TemporaryFolder folder;
+    std::mt19937 random(4711); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts each time
+    for (int round = 0; round < 2000; ++round) {
+        std::string text = kSettings;
+        for (unsigned int change = random() % 6; change > 0; --change) {
+            const std::size_t place = random() % text.size();
+            switch (random() % 3) {
+                case 0:
+                    text[place] = static_cast<char>(random());
+                    break;
+                case 1:
+                    text.insert(place, text.substr(random() % text.size(), random() % 30));
+                    break;
+                default:
+                    text.erase(place, 1 + random() % 3);
+            }
+            text += '|';
+        }
+        std::string name;
+        std::string sql;
+        std::int16_t group = 0;
+        if (CustomReports::GetReportSet(folder.WriteFile("a.rni", text), name, sql, group))
+            EXPECT_EQ((name + sql).find('|'), std::string::npos) << text;
+    }
+}
+
+TEST(ChangeFileExtension, ReplacesBehindTheLastPoint) {
+    EXPECT_EQ(CustomReports::ChangeFileExtension("a.b.RPT", ".RNI"), "a.b.RNI");
+    EXPECT_EQ(CustomReports::ChangeFileExtension("a", ".RNI"), "a.RNI");
+}
+
+class CustomReportsTest : public ReportsTest {
+protected:
+    /// Opens the list, acts on it, and leaves it by Cancel.
+    void WithList(const std::function<void(frmCustomReports& window, QListWidget& list)>& act) {
+        QTimer::singleShot(0, qApp, [&] {
+            auto& window = *Find<frmCustomReports>("frmCustomReports");
+            act(window, ControlOf<QListWidget>(window, "lstReports"));
+            EXPECT_TRUE(window.isVisible());
+            Press(window, "btnCommand(1)");
+        });
+        commands.mnuCustomReport();
+        EXPECT_FALSE(FormRegistry::Instance().IsLoaded("frmCustomReports"));
+    }
+    static void Press(QWidget& window, const char* button) {
+        QTest::mouseClick(&ControlOf<QPushButton>(window, button), Qt::LeftButton);
+    }
+    static void DoubleClick(QListWidget& list, int line) {
+        const QPoint place = list.visualItemRect(list.item(line)).center();
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+    }
+};
+
+TEST_F(CustomReportsTest, ListsDocumentsThatHaveSettings) {
+    for (const char* name :
+         {"b.RPT", "A.rpt", "a.RNI", "b.rni", "lonely.rpt", "other.rni", "c.rptx", "c.rni"})
+        folder.WriteFile(name, "");
+    WithList([](frmCustomReports& window, QListWidget& list) {
+        ASSERT_EQ(list.count(), 2);
+        EXPECT_EQ(list.item(0)->text(), "A.rpt");
+        EXPECT_EQ(list.item(1)->text(), "b.RPT");
+        EXPECT_FALSE(ControlOf<QLabel>(window, "lblHint").isVisible());
+        Press(window, "btnCommand(0)"); // nothing is selected
+    });
+}
+
+TEST_F(CustomReportsTest, AnEmptyListTellsWhatToPutWhere) {
+    WithList([&](frmCustomReports& window, QListWidget& /*list*/) {
+        const QString hint = ControlOf<QLabel>(window, "lblHint").text();
+        EXPECT_TRUE(hint.contains(QString::fromStdString(folder.Path()))) << hint.toStdString();
+    });
+}
+
+TEST_F(CustomReportsTest, AReportStandsOnTopOfTheListAndReturnsToIt) {
+    folder.WriteFile("Staff.RPT", kDocument);
+    folder.WriteFile("staff.rni", kSettings);
+    int shown = 0;
+    WithList([&](frmCustomReports& window, QListWidget& list) {
+        const auto look = [&] {
+            QTimer::singleShot(50, qApp, [&] {
+                auto* const report = Find("frmAllReports");
+                ASSERT_NE(report, nullptr);
+                EXPECT_TRUE(report->isModal());
+                EXPECT_EQ(report->windowTitle(), "Staff list");
+                EXPECT_EQ(Values(*report->Report, "COMPUTERNAME"), "PC2/PC1/PC3");
+                EXPECT_FALSE(FormRegistry::Instance().IsLoaded("frmCompiling"));
+                ++shown;
+                Trigger(*report, "mnuClose");
+            });
+        };
+        look();
+        DoubleClick(list, 0);
+        look();
+        QTest::keyClick(&window, Qt::Key_Return);
+    });
+    EXPECT_EQ(shown, 2);
+}
+
+TEST_F(CustomReportsTest, WhatIsWrongWithAPairIsTold) {
+    folder.WriteFile("a.rpt", kDocument);
+    folder.WriteFile("a.rni", "|Name=A|GroupTree=1|");
+    WithList([&](frmCustomReports& /*window*/, QListWidget& list) {
+        const auto expect = [&](const char* title, const char* text) {
+            prompts.Expect(Box(title, text, MsgBoxStyle::kQuestion));
+            DoubleClick(list, 0);
+        };
+        expect("Error in Setting file", "An error occured opening and reading the report setting file!");
+        folder.WriteFile("a.rni", "|Name=A|GroupTree=0|SQL=SELECT * FROM Net WHERE ConfID = 7 AND 1 = 0|");
+        folder.WriteFile("a.rpt", "title = ");
+        prompts.Expect(Question{Question::Kind::Box, "Error#-1", {}, MsgBoxStyle::kCritical});
+        DoubleClick(list, 0);
+        std::filesystem::remove(folder.Path("a.rni"));
+        expect("No Settings!", "The report's setting file was not found!");
+        std::filesystem::remove(folder.Path("a.rpt"));
+        expect("Report Not Found", "The report was not found! Please select another.");
+    });
+}
+
+TEST_F(CustomReportsTest, NoStatementChangesTheDatabase) {
+    folder.WriteFile("a.rpt", kDocument);
+    folder.WriteFile("a.rni", kSettings);
+    WithList([&](frmCustomReports& window, QListWidget& /*list*/) {
+        for (const char* statement : {"DELETE * FROM Net", "UPDATE Net SET COMPUTERNAME = 'X'",
+                                      "SELECT * FROM Net; DELETE * FROM Net", "DROP TABLE OS",
+                                      "PRAGMA writable_schema = 1", "Net", ""}) {
+            prompts.Expect(Box(
+                "Error#-1", std::string("A report is fed by a query alone, and this is none: ") + statement,
+                MsgBoxStyle::kCritical));
+            window.RunCustomReport(folder.Path("a.rpt"), "A", statement, 0);
+        }
+        prompts.Expect(Box("", "There was an ERROR while loading the Report"));
+        window.RunCustomReport(folder.Path("a.rpt"), "A", "SELECT * INTO Copy FROM Net", 0);
+    });
+    EXPECT_EQ(Ask("SELECT COMPUTERNAME FROM Net"), "PC2 PC1 PC3");
+    EXPECT_EQ(Ask("SELECT COUNT(*) FROM OS"), "3");
+}
+
+} // namespace

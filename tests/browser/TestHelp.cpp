@@ -62,11 +62,11 @@ TEST_F(HelpTest, SearchFindsThePageByAWordThatStandsThereAlone) {
     struct {
         const char *words, *page, *why;
     } cases[] = {
-        {"spreadsheet", "working.html", "one word"},
-        {"SPREADSH", "working.html", "its beginning, in capital letters"},
-        {"spreadsheet pingsound", "", "words of two pages, and of none together"},
-        {"spreadsheet \"", "working.html", "a sign of the query's language"},
-        {"NOT spreadsheet AND", "working.html", "words of that language are words"},
+        {"lpoptions", "printers.html", "one word"},
+        {"LPOPTI", "printers.html", "its beginning, in capital letters"},
+        {"lpoptions pingsound", "", "words of two pages, and of none together"},
+        {"lpoptions \"", "printers.html", "a sign of the query's language"},
+        {"NOT lpoptions AND", "printers.html", "words of that language are words"},
         {"- * (", "", "nothing to search for"},
         {"xyzzy", "", "a word that no page holds"},
     };

@@ -67,7 +67,6 @@ DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
     header()->setStretchLastSection(false);
     header()->setSectionsClickable(true);
     header()->setHighlightSections(false);

@@ -58,6 +58,7 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     QWidget* const page = BuildPage(desktop);
     tabHelp = new QTabWidget(panes);
     tabHelp->setObjectName("tabHelp");
+    tabHelp->setAccessibleName("Ways to a page");
     tabHelp->addTab(BuildContents(), "&Contents");
     tabHelp->addTab(BuildIndex(), "&Index");
     tabHelp->addTab(BuildSearch(), "&Search");
@@ -89,6 +90,7 @@ frmHelp::~frmHelp() {
 void frmHelp::BuildToolBar() {
     auto* const bar = addToolBar("Help");
     bar->setObjectName("tbHelp");
+    bar->setAccessibleName("Commands of the help");
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     const auto add = [&](const char* name, const char* icon, const QString& caption, const char* key,

@@ -34,8 +34,6 @@ namespace {
 
 constexpr const char* kApplication = "Velmora";
 constexpr const char* kSection = "Settings";
-/// Left edge of the splitter in a new window, twips.
-constexpr float kFirstSplit = 2700;
 constexpr int kSplitterWidth = 90;
 /// Of a stored size that no window can have.
 constexpr double kDefaultHeight = 6500;
@@ -85,8 +83,7 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
       mListExport(ExportContext{*this, prompts, mProgramFolder}),
       mMachineDump(ExportContext{*this, prompts, mProgramFolder}),
       mMaintenance(*this, prompts),
-      mReports(ReportContext{*this, prompts, printing, mProgramFolder}),
-      mSplit(kFirstSplit) {
+      mReports(ReportContext{*this, prompts, printing, mProgramFolder}) {
     setObjectName("frmMain");
     setWindowTitle("MOVA Professional Administration Module");
     setWindowIcon(ProgramIcon());
@@ -94,10 +91,8 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
     BuildControls();
     BuildMenus();
     BuildToolBar();
-    auto* const find = new QShortcut(QKeySequence("Ctrl+F"), this);
-    connect(find, &QShortcut::activated, lvListView, &ListView::OpenFilter);
-    auto* const help = new QShortcut(QKeySequence("F1"), this);
-    connect(help, &QShortcut::activated, this, [this] { Guarded("Error#", [this] { mnuHelpContents(); }); });
+    BuildShortcuts();
+    mFirstSplit = mSplit = FirstSplit();
     mNodeTimer.setSingleShot(true);
     connect(&mNodeTimer, &QTimer::timeout, this, [this] {
         // An import that has begun since shows the tree anew when it ends.
@@ -152,11 +147,13 @@ void frmMain::BuildControls() {
     lvListView->Watch(*this);
     connect(lvListView, &ListView::DblClick, this, &frmMain::lvListView_DblClick);
     connect(lvListView, &ListView::ColumnClick, this, &frmMain::lvListView_ColumnClick);
+    connect(lvListView, &ListView::FilterTyped, this, &frmMain::lvListView_FilterTyped);
     setTabOrder(tvTreeView, lvListView);
 
     imgSplitter = new QWidget(panes);
     imgSplitter->setObjectName("imgSplitter");
     imgSplitter->setCursor(Qt::SplitHCursor);
+    imgSplitter->setToolTip("Drag to share the room between tree and list (Alt+Shift+Left, Alt+Shift+Right)");
     imgSplitter->installEventFilter(this);
     imgSplitter->resize(ToPixels(kSplitterWidth), 0);
     picSplitter = new QWidget(panes);
@@ -167,6 +164,16 @@ void frmMain::BuildControls() {
 
     BuildStatusBar();
     tvTreeView->setFocus();
+}
+
+void frmMain::BuildShortcuts() {
+    const auto add = [this](const char* key, auto work) {
+        connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, work);
+    };
+    add("F1", [this] { Guarded("Error#", [this] { mnuHelpContents(); }); });
+    add("Ctrl+F", [this] { lvListView->OpenFilter(); });
+    add("Alt+Shift+Left", [this] { MoveSplit(-1); });
+    add("Alt+Shift+Right", [this] { MoveSplit(1); });
 }
 
 void frmMain::BuildStatusBar() {
@@ -180,6 +187,8 @@ void frmMain::BuildStatusBar() {
         // Texts hold machine names, which must not be taken for markup.
         (*panel)->setTextFormat(Qt::PlainText);
     }
+    mDatePanel->setAccessibleName("Date");
+    mTimePanel->setAccessibleName("Time");
     mStatusPanel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     sbStatusBar->addWidget(mStatusPanel, 1);
     sbStatusBar->addPermanentWidget(mDatePanel);
@@ -309,7 +318,7 @@ bool frmMain::event(QEvent* event) {
         mSession.Activate();
     const bool isDone = QMainWindow::event(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        Arrange();
+        FitSplit();
     return isDone;
 }
 

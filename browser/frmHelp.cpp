@@ -4,6 +4,7 @@
 #include "browser/HelpPage.h"
 #include "browser/Images.h"
 #include "core/FormRegistry.h"
+#include "core/HelpKey.h"
 #include "core/SelectAllText.h"
 
 #include <QAction>
@@ -53,6 +54,7 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     setObjectName("frmHelp");
     setWindowTitle("MOVA Professional Administration Module Help");
     setWindowIcon(ProgramIcon());
+    HelpTopic(*this, "index.html#using");
     auto* const panes = new QSplitter(this);
     panes->setChildrenCollapsible(false);
     QWidget* const page = BuildPage(desktop);
@@ -239,7 +241,14 @@ void frmHelp::ShowContents() {
     ComeForward(kContentsTab);
 }
 
+void frmHelp::ShowTopic(const std::string& page) {
+    txtPage->Show(HelpBook::FirstPage().resolved(QUrl(QString::fromStdString(page))));
+    ComeForward(kContentsTab);
+    txtPage->setFocus();
+}
+
 void frmHelp::ShowSearch() {
+    mBook->ForgetSearch();
     txtSearch->clear();
     ShowHits({});
     lblHits->clear();
@@ -262,6 +271,8 @@ void frmHelp::ShowKeyword(const QModelIndex& entry) {
 }
 
 void frmHelp::StartSearch() {
+    lstHits->clear();
+    lblHits->setText("Searching...");
     mBook->Search(txtSearch->text());
 }
 

@@ -8,6 +8,7 @@
 #include <QMainWindow>
 
 #include <memory>
+#include <string>
 
 class Desktop;
 class HelpPage;
@@ -27,6 +28,8 @@ public:
 
     /// Comes forward with the contents and the page that they begin with.
     void ShowContents();
+    /// Comes forward with a page, "import.html#window", ready to be read.
+    void ShowTopic(const std::string& page);
     /// Comes forward with an empty search.
     void ShowSearch();
 

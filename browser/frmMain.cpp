@@ -6,8 +6,10 @@
 #include "browser/LongWork.h"
 #include "browser/PaneLayout.h"
 #include "browser/TreeModel.h"
+#include "core/ElidedLabel.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
+#include "core/HelpKey.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -92,6 +94,7 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
     BuildMenus();
     BuildToolBar();
     BuildShortcuts();
+    new HelpKey([this](const std::string& page) { ShowHelpTopic(page); }, this);
     mFirstSplit = mSplit = FirstSplit();
     mNodeTimer.setSingleShot(true);
     connect(&mNodeTimer, &QTimer::timeout, this, [this] {
@@ -181,15 +184,11 @@ void frmMain::BuildStatusBar() {
     sbStatusBar->setObjectName("sbStatusBar");
     sbStatusBar->setAccessibleName("Status");
     int number = 0;
-    for (QLabel** panel : {&mStatusPanel, &mDatePanel, &mTimePanel}) {
-        *panel = new QLabel(sbStatusBar);
-        (*panel)->setObjectName(QString("sbStatusBar(%1)").arg(++number));
-        // Texts hold machine names, which must not be taken for markup.
-        (*panel)->setTextFormat(Qt::PlainText);
-    }
-    mDatePanel->setAccessibleName("Date");
-    mTimePanel->setAccessibleName("Time");
-    mStatusPanel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    mStatusPanel = new ElidedLabel(sbStatusBar);
+    mDatePanel = new QLabel(sbStatusBar);
+    mTimePanel = new QLabel(sbStatusBar);
+    for (QLabel* const panel : {mStatusPanel, mDatePanel, mTimePanel})
+        panel->setObjectName(QString("sbStatusBar(%1)").arg(++number));
     sbStatusBar->addWidget(mStatusPanel, 1);
     sbStatusBar->addPermanentWidget(mDatePanel);
     sbStatusBar->addPermanentWidget(mTimePanel);
@@ -205,8 +204,12 @@ void frmMain::ShowClock() {
     const QDate date = QDate(1970, 1, 1).addDays(day.time_since_epoch().count());
     const QTime time = QTime(0, 0).addSecs(static_cast<int>((now - day).count()));
     const QLocale locale;
-    mDatePanel->setText(locale.toString(date, QLocale::ShortFormat));
-    mTimePanel->setText(locale.toString(time, QLocale::ShortFormat));
+    const auto show = [](QLabel& panel, const char* meaning, const QString& text) {
+        panel.setText(text);
+        panel.setAccessibleName(QString("%1: %2").arg(meaning, text));
+    };
+    show(*mDatePanel, "Date", locale.toString(date, QLocale::ShortFormat));
+    show(*mTimePanel, "Time", locale.toString(time, QLocale::ShortFormat));
     // Again when the text will change: at the next minute, or second where the locale shows them.
     const bool hasSeconds = locale.timeFormat(QLocale::ShortFormat).contains('s');
     mClockTimer.start(hasSeconds ? 1000 : (60 - time.second()) * 1000);

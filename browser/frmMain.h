@@ -183,6 +183,7 @@ private:
     void ComesLater(std::string_view caption);
     /// The help window, made if need be; null after a box, where the program has no help.
     frmHelp* OpenHelp();
+    void ShowHelpTopic(const std::string& page);
     QAction& Action(std::string_view name) const;
     void SetEnabled(CommandNames names, bool isEnabled);
 

@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QHelpContentModel>
 #include <QHelpIndexModel>
 #include <QKeyEvent>
@@ -27,12 +28,14 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 /// Of the text's characters and lines.
 constexpr int kWindowWidth = 130;
 constexpr int kWindowHeight = 42;
-constexpr int kNavigationWidth = 38;
+constexpr int kNavigationWidth = 50;
 
 constexpr int kContentsTab = 0;
 constexpr int kSearchTab = 2;
@@ -80,7 +83,9 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     const int character = fontMetrics().averageCharWidth();
     resize(QSize(character * kWindowWidth, fontMetrics().height() * kWindowHeight)
                .boundedTo(screen()->availableSize() * 9 / 10));
-    panes->setSizes({character * kNavigationWidth, width() - character * kNavigationWidth});
+    // The page keeps most of a window that a small screen has cut.
+    const int navigation = std::min(character * kNavigationWidth, width() * 2 / 5);
+    panes->setSizes({navigation, width() - navigation});
     txtPage->Show(HelpBook::FirstPage());
     FormRegistry::Instance().Load("frmHelp", this, [this] { Unload(); });
 }
@@ -132,6 +137,8 @@ QWidget* frmHelp::BuildContents() {
     tvContents->setObjectName("tvContents");
     tvContents->setAccessibleName("Contents");
     tvContents->setHeaderHidden(true);
+    tvContents->header()->setStretchLastSection(false);
+    tvContents->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tvContents->setModel(&mBook->Contents());
     auto* const layout = new QVBoxLayout(tab);
     layout->addWidget(tvContents);
@@ -141,7 +148,10 @@ QWidget* frmHelp::BuildContents() {
         MarkInContents(txtPage->source());
     });
     connect(tvContents->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& entry) { txtPage->Show(mBook->PageOf(entry)); });
+            [this](const QModelIndex& entry) {
+                if (!mIsMarking)
+                    txtPage->Show(mBook->PageOf(entry));
+            });
     // The entry that is current already, chosen again after its page was left by a link.
     connect(tvContents, &QTreeView::clicked, this,
             [this](const QModelIndex& entry) { txtPage->Show(mBook->PageOf(entry)); });
@@ -255,15 +265,28 @@ void frmHelp::ShowSearch() {
     ComeForward(kSearchTab);
 }
 
-void frmHelp::MarkInContents(const QUrl& page) {
-    // Two entries may lead to one page.
-    if (mBook->PageOf(tvContents->currentIndex()) == page)
+void frmHelp::MarkInContents(const QUrl& place) {
+    const QUrl page = place.adjusted(QUrl::RemoveFragment);
+    // Two entries may lead to one page; the one that is chosen stays.
+    QModelIndex best = tvContents->currentIndex();
+    if (mBook->PageOf(best) == place)
         return;
-    QModelIndex entry = mBook->Contents().index(0, 0);
-    while (entry.isValid() && mBook->PageOf(entry) != page)
-        entry = tvContents->indexBelow(entry);
-    if (entry.isValid())
-        tvContents->setCurrentIndex(entry);
+    if (mBook->PageOf(best).adjusted(QUrl::RemoveFragment) != page)
+        best = QModelIndex();
+    for (QModelIndex entry = mBook->Contents().index(0, 0); entry.isValid();
+         entry = tvContents->indexBelow(entry)) {
+        if (mBook->PageOf(entry) == place) {
+            best = entry;
+            break;
+        }
+        if (!best.isValid() && mBook->PageOf(entry) == page)
+            best = entry;
+    }
+    if (!best.isValid())
+        return;
+    mIsMarking = true;
+    tvContents->setCurrentIndex(best);
+    mIsMarking = false;
 }
 
 void frmHelp::ShowKeyword(const QModelIndex& entry) {

@@ -48,7 +48,7 @@ private:
     void AddKey(const char* key, void (frmHelp::*slot)());
 
     void ComeForward(int tab);
-    void MarkInContents(const QUrl& page);
+    void MarkInContents(const QUrl& place);
     void ShowKeyword(const QModelIndex& entry);
     void StartSearch();
     void ShowHits(const QList<HelpHit>& hits);
@@ -62,6 +62,8 @@ private:
     void Unload();
 
     std::unique_ptr<HelpBook> mBook;
+    /// While the contents follow the page, and not the page the contents.
+    bool mIsMarking = false;
     HelpPage* txtPage = nullptr;
     QTabWidget* tabHelp = nullptr;
     QTreeView* tvContents = nullptr;

@@ -251,6 +251,10 @@ TEST_F(DialogHelpTest, F1OpensThePageOfTheDialogBesideIt) {
         EXPECT_TRUE(QTest::qWaitForWindowActive(Help())) << "the dialog does not block it";
         EXPECT_EQ(Shown(), "menus.html#help");
         EXPECT_EQ(QApplication::focusWidget(), &Page()) << "ready to be read";
+        auto& contents = In<QTreeView>("tvContents");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return contents.currentIndex().isValid(); }));
+        EXPECT_EQ(contents.currentIndex().data().toString(), "Menus and toolbar");
+        EXPECT_EQ(Shown(), "menus.html#help") << "which does not lead away from the place";
         Press(Qt::Key_Home, Qt::AltModifier);
         EXPECT_EQ(Shown(), "index.html");
         EXPECT_EQ(QApplication::activeModalWidget(), &about);

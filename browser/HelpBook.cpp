@@ -61,10 +61,9 @@ void HelpBook::Open(const QString& path) {
     QHelpSearchEngine* const search = mEngine->searchEngine();
     connect(search, &QHelpSearchEngine::indexingFinished, this, [this] {
         mHasWords = true;
-        if (!mWaiting.isEmpty())
-            mEngine->searchEngine()->search(std::exchange(mWaiting, QString()));
+        StartSearch();
     });
-    connect(search, &QHelpSearchEngine::searchingFinished, this, &HelpBook::TellHits);
+    connect(search, &QHelpSearchEngine::searchingFinished, this, &HelpBook::EndSearch);
     // Now that the file is known, its contents, index and words are read, as soon as events are.
     if (!mEngine->setupData())
         fail(mEngine->error().toStdString());
@@ -101,14 +100,32 @@ QUrl HelpBook::PageOf(const QString& keyword) const {
 }
 
 void HelpBook::Search(const QString& typed) {
-    const QString query = Query(typed);
-    mWaiting.clear();
-    if (query.isEmpty())
-        emit Found({});
-    else if (mHasWords)
-        mEngine->searchEngine()->search(query);
+    mWaiting = Query(typed);
+    mIsWanted = !mWaiting.isEmpty();
+    if (mIsWanted)
+        StartSearch();
     else
-        mWaiting = query;
+        emit Found({});
+}
+
+void HelpBook::ForgetSearch() {
+    mWaiting.clear();
+    mIsWanted = false;
+}
+
+void HelpBook::StartSearch() {
+    if (!mHasWords || mIsSearching || mWaiting.isEmpty())
+        return;
+    mIsSearching = true;
+    mEngine->searchEngine()->search(std::exchange(mWaiting, QString()));
+}
+
+void HelpBook::EndSearch() {
+    mIsSearching = false;
+    if (!mWaiting.isEmpty())
+        StartSearch();
+    else if (std::exchange(mIsWanted, false))
+        TellHits();
 }
 
 void HelpBook::TellHits() {

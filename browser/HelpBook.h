@@ -49,8 +49,10 @@ public:
     /// Empty for what is no keyword.
     QUrl PageOf(const QString& keyword) const;
 
-    /// Looks for pages that hold all the words of `typed`, each as the beginning of a word. Found follows.
+    /// Looks for pages that hold all the words of `typed`, each as the beginning of a word. Found follows,
+    /// unless another search is asked for before, or this one is forgotten.
     void Search(const QString& typed);
+    void ForgetSearch();
 
 signals:
     /// Hits in the order of their weight; none for a text without words.
@@ -58,11 +60,17 @@ signals:
 
 private:
     void Open(const QString& path);
+    void StartSearch();
+    void EndSearch();
     void TellHits();
 
     QTemporaryDir mFolder;
     std::unique_ptr<QHelpEngine> mEngine;
     bool mHasWords = false;
-    /// Sought as soon as the list of words stands.
+    bool mIsSearching = false;
+    /// Whether anybody still waits for what is being searched for.
+    bool mIsWanted = false;
+    /// Sought as soon as the list of words stands, and the search before is over: an answer does not tell
+    /// which search it belongs to.
     QString mWaiting;
 };

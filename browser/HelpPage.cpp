@@ -4,11 +4,38 @@
 #include "browser/HelpBook.h"
 #include "platform/desktop.h"
 
+#include <QEvent>
+
+#include <algorithm>
+
 HelpPage::HelpPage(const HelpBook& book, Desktop& desktop, QWidget* parent)
     : QTextBrowser(parent), mBook(book), mDesktop(desktop), mFirstFont(font()) {
     setOpenLinks(false);
     document()->setDocumentMargin(fontMetrics().height());
     connect(this, &QTextBrowser::anchorClicked, this, &HelpPage::Follow);
+    ColourLinks();
+}
+
+/// Many a dark theme leaves links the dark blue of a light one.
+void HelpPage::ColourLinks() {
+    constexpr float kOnDark = 0.75F;
+    constexpr float kOnLight = 0.35F;
+    const QColor link = palette().color(QPalette::Link);
+    const bool isDark =
+        palette().color(QPalette::Base).lightnessF() < palette().color(QPalette::Text).lightnessF();
+    const float lightness =
+        isDark ? std::max(link.lightnessF(), kOnDark) : std::min(link.lightnessF(), kOnLight);
+    const QColor readable =
+        QColor::fromHslF(std::max(link.hslHueF(), 0.0F), link.hslSaturationF(), lightness);
+    document()->setDefaultStyleSheet(QString("a { color: %1 }").arg(readable.name()));
+}
+
+void HelpPage::changeEvent(QEvent* event) {
+    QTextBrowser::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    ColourLinks();
+    reload();
 }
 
 void HelpPage::Show(const QUrl& page) {

@@ -24,8 +24,12 @@ public:
 
     QVariant loadResource(int type, const QUrl& name) override;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void Follow(const QUrl& link);
+    void ColourLinks();
 
     const HelpBook& mBook;
     Desktop& mDesktop;

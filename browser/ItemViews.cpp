@@ -67,7 +67,6 @@ DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
     header()->setStretchLastSection(false);
     header()->setSectionsClickable(true);
     header()->setHighlightSections(false);
@@ -107,6 +106,18 @@ bool DetailsView::viewportEvent(QEvent* event) {
 void DetailsView::paintEvent(QPaintEvent* event) {
     QTreeView::paintEvent(event);
     PaintHint(*this, mHint);
+    PaintCell();
+}
+
+/// Frames the cell that the keyboard is in: some styles' own mark can not be seen on a selected row.
+void DetailsView::PaintCell() {
+    if (!currentIndex().isValid() || !hasFocus() || !window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        return;
+    const bool isSelected = selectionModel()->isSelected(currentIndex());
+    QPainter painter(viewport());
+    painter.setPen(
+        QPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::Text), 1, Qt::DotLine));
+    painter.drawRect(visualRect(currentIndex()).adjusted(0, 0, -1, -1));
 }
 
 /// Gives all items one size.

@@ -25,6 +25,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void PaintCell();
+
     QString mHint;
     TypeAhead mTypeAhead;
 };

@@ -48,8 +48,9 @@ void ListModel::Publish() {
         beginResetModel();
         mPublished = rows;
         mFiltered.clear();
-        Rearrange();
-        Narrow();
+        mOrder = Ordered(mSortColumn, mSortOrder, {});
+        if (std::optional<Filtered> narrowed = Narrowed(mFilter, 0, {}))
+            mFiltered.push_back(std::move(*narrowed));
         endResetModel();
         return;
     }
@@ -79,8 +80,9 @@ void ListModel::ForgetRows() {
     mFiltered = {};
 }
 
-void ListModel::Sort(int column, Qt::SortOrder order) {
+void ListModel::Sort(int column, Qt::SortOrder order, const Progress& progress) {
     Publish();
+    RowNumbers ordered = Ordered(column, order, progress);
     emit layoutAboutToBeChanged({}, VerticalSortHint);
     const QModelIndexList held = persistentIndexList();
     RowNumbers stored;
@@ -90,7 +92,7 @@ void ListModel::Sort(int column, Qt::SortOrder order) {
 
     mSortColumn = column;
     mSortOrder = order;
-    Rearrange();
+    Rearrange(std::move(ordered));
 
     if (!held.isEmpty()) {
         RowNumbers places(mRows.Count());
@@ -106,67 +108,90 @@ void ListModel::Sort(int column, Qt::SortOrder order) {
     emit layoutChanged({}, VerticalSortHint);
 }
 
-/// Orders all rows anew, and those that the filter has left with them.
-void ListModel::Rearrange() {
-    const bool isDescending = mSortOrder == Qt::DescendingOrder;
-    mOrder = mSortColumn < 0 ? RowNumbers() : RowsInOrder(mRows, mSortColumn, isDescending);
-    if (mFiltered.empty())
-        return;
-    const std::vector<bool> isLeft = Left();
-    std::string text = std::move(mFiltered.back().text);
-    mFiltered.clear();
-    mFiltered.push_back({std::move(text), ShownOf(isLeft)});
+/// All rows in the order of a column; empty for the order in which they were added.
+ListModel::RowNumbers ListModel::Ordered(int column, Qt::SortOrder order, const Progress& progress) const {
+    return column < 0 ? RowNumbers() : RowsInOrder(mRows, column, order == Qt::DescendingOrder, progress);
 }
 
-void ListModel::Filter(const std::string& text) {
+/// Puts all rows in an order, and those that the filter has left with them.
+void ListModel::Rearrange(RowNumbers order) {
+    const std::vector<bool> isLeft = LeftBy(mFiltered.size());
+    mOrder = std::move(order);
+    if (mFiltered.empty())
+        return;
+    std::string text = std::move(mFiltered.back().text);
+    mFiltered.clear();
+    mFiltered.push_back({std::move(text), RowsThat(isLeft, ShownRows())});
+}
+
+void ListModel::Filter(const std::string& text, const Progress& progress) {
     Publish();
+    const std::size_t filters = FiltersFor(text);
+    std::optional<Filtered> narrowed = Narrowed(text, filters, progress);
     beginResetModel();
     mFilter = text;
-    const CaselessSearch search(text);
-    // What was found for a text serves for any that holds it.
-    while (!mFiltered.empty() && !CaselessSearch(mFiltered.back().text).IsIn(text))
-        mFiltered.pop_back();
-    if (mFiltered.empty() || !search.IsIn(mFiltered.back().text))
-        Narrow();
+    mFiltered.resize(filters);
+    if (narrowed)
+        mFiltered.push_back(std::move(*narrowed));
     endResetModel();
 }
 
-/// Looks for the filter's text in the rows that are left: in the order in which they are stored, since a
-/// walk in any other order waits for the memory at each row.
-void ListModel::Narrow() {
-    if (mFilter.empty())
-        return;
-    const CaselessSearch search(mFilter);
-    const auto isFound = [&search](std::string_view cell) { return search.IsIn(cell); };
-    std::vector<bool> isLeft = Left();
-    for (std::size_t row = 0; row < isLeft.size(); ++row)
-        if (isLeft[row])
-            isLeft[row] = mRows.AnyCell(row, isFound);
-    mFiltered.push_back({mFilter, ShownOf(isLeft)});
+/// How many of the filters serve for `text`: what was found for a text serves for any that holds it.
+std::size_t ListModel::FiltersFor(const std::string& text) const {
+    std::size_t filters = mFiltered.size();
+    while (filters > 0 && !CaselessSearch(mFiltered[filters - 1].text).IsIn(text))
+        --filters;
+    return filters;
 }
 
-/// Of each row, whether the filter has left it so far.
-std::vector<bool> ListModel::Left() const {
-    std::vector<bool> isLeft(mRows.Count(), mFiltered.empty());
-    if (!mFiltered.empty())
-        for (const std::uint32_t row : mFiltered.back().rows)
+/// Looks for `text` in the rows that the first `filters` filters leave: in the order in which they are
+/// stored, since a walk in any other order waits for the memory at each row. Nothing where it leaves all.
+std::optional<ListModel::Filtered> ListModel::Narrowed(const std::string& text, std::size_t filters,
+                                                       const Progress& progress) const {
+    constexpr std::size_t kRowsPerStep = 1024;
+    const CaselessSearch search(text);
+    if (text.empty() || (filters > 0 && search.IsIn(mFiltered[filters - 1].text)))
+        return std::nullopt;
+    const auto isFound = [&search](std::string_view cell) { return search.IsIn(cell); };
+    std::vector<bool> isLeft = LeftBy(filters);
+    bool isNarrower = false;
+    for (std::size_t row = 0; row < isLeft.size(); ++row) {
+        if (progress && row % kRowsPerStep == 0)
+            progress(row, isLeft.size());
+        if (!isLeft[row] || mRows.AnyCell(row, isFound))
+            continue;
+        isLeft[row] = false;
+        isNarrower = true;
+    }
+    if (!isNarrower)
+        return std::nullopt;
+    return Filtered{text, RowsThat(isLeft, RowsOf(filters))};
+}
+
+/// Of each row, whether the first `filters` filters leave it.
+std::vector<bool> ListModel::LeftBy(std::size_t filters) const {
+    std::vector<bool> isLeft(mRows.Count(), filters == 0);
+    if (filters > 0)
+        for (const std::uint32_t row : mFiltered[filters - 1].rows)
             isLeft[row] = true;
     return isLeft;
 }
 
-/// Those of the rows shown for which `isLeft` holds, in their order.
-ListModel::RowNumbers ListModel::ShownOf(const std::vector<bool>& isLeft) const {
-    RowNumbers rows;
-    rows.reserve(static_cast<std::size_t>(std::count(isLeft.begin(), isLeft.end(), true)));
-    for (std::size_t shown = 0; shown < Rows(); ++shown)
-        if (const std::size_t row = Stored(shown); isLeft[row])
-            rows.push_back(static_cast<std::uint32_t>(row));
-    return rows;
+/// Those of `rows`, null for all as they were added, for which `isLeft` holds, in their order.
+ListModel::RowNumbers ListModel::RowsThat(const std::vector<bool>& isLeft, const RowNumbers* rows) const {
+    RowNumbers left;
+    left.reserve(static_cast<std::size_t>(std::count(isLeft.begin(), isLeft.end(), true)));
+    const std::size_t count = rows != nullptr ? rows->size() : mRows.Count();
+    for (std::size_t place = 0; place < count; ++place)
+        if (const std::size_t row = rows != nullptr ? (*rows)[place] : place; isLeft[row])
+            left.push_back(static_cast<std::uint32_t>(row));
+    return left;
 }
 
-const ListModel::RowNumbers* ListModel::ShownRows() const {
-    if (!mFiltered.empty())
-        return &mFiltered.back().rows;
+/// What the first `filters` filters leave, in the order shown; null for all as they were added.
+const ListModel::RowNumbers* ListModel::RowsOf(std::size_t filters) const {
+    if (filters > 0)
+        return &mFiltered[filters - 1].rows;
     return mOrder.empty() ? nullptr : &mOrder;
 }
 
@@ -178,6 +203,13 @@ std::size_t ListModel::Rows() const {
 std::size_t ListModel::Stored(std::size_t row) const {
     const RowNumbers* const rows = ShownRows();
     return rows != nullptr ? rows->at(row) : row;
+}
+
+std::size_t ListModel::PlaceOf(std::size_t stored) const {
+    const RowNumbers* const rows = ShownRows();
+    if (rows == nullptr)
+        return stored;
+    return static_cast<std::size_t>(std::find(rows->begin(), rows->end(), stored) - rows->begin());
 }
 
 std::size_t ListModel::MemoryUsed() const {

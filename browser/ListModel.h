@@ -7,11 +7,13 @@
 
 #include "browser/ListRows.h"
 #include "browser/ListSink.h"
+#include "browser/Progress.h"
 
 #include <QAbstractTableModel>
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,14 +44,18 @@ public:
 
     /// Puts the rows in the order of a column's texts, see RowsInOrder; the selection stays with its rows.
     /// A column below 0 brings back the order in which the rows were added.
-    void Sort(int column, Qt::SortOrder order);
+    void Sort(int column, Qt::SortOrder order, const Progress& progress = {});
     /// Leaves the rows of which any cell holds `text` without regard to case; an empty text leaves all.
     /// Where `text` holds the text before, only the rows that are left are looked at, and what was found
     /// for a text that is taken up again at its end is still known, so that a filter keeps up with typing
     /// and deleting. Views lose their selection.
-    void Filter(const std::string& text);
+    void Filter(const std::string& text, const Progress& progress = {});
 
     std::size_t Rows() const;
+    /// A row's number in the order in which they were added, which neither Sort nor Filter changes, and the
+    /// place among those shown of a row that is shown.
+    std::size_t Stored(std::size_t row) const;
+    std::size_t PlaceOf(std::size_t stored) const;
     const std::vector<ListColumnHeader>& Columns() const { return mColumns; }
     std::string Key(std::size_t row) const { return mRows.Key(Stored(row)); }
     /// Empty for a sub-item that was never set.
@@ -71,13 +77,15 @@ private:
         RowNumbers rows;
     };
 
-    /// The number in mRows of a row that is shown.
-    std::size_t Stored(std::size_t row) const;
-    const RowNumbers* ShownRows() const;
-    std::vector<bool> Left() const;
-    RowNumbers ShownOf(const std::vector<bool>& isLeft) const;
-    void Narrow();
-    void Rearrange();
+    const RowNumbers* RowsOf(std::size_t filters) const;
+    const RowNumbers* ShownRows() const { return RowsOf(mFiltered.size()); }
+    std::vector<bool> LeftBy(std::size_t filters) const;
+    RowNumbers RowsThat(const std::vector<bool>& isLeft, const RowNumbers* rows) const;
+    std::size_t FiltersFor(const std::string& text) const;
+    std::optional<Filtered> Narrowed(const std::string& text, std::size_t filters,
+                                     const Progress& progress) const;
+    RowNumbers Ordered(int column, Qt::SortOrder order, const Progress& progress) const;
+    void Rearrange(RowNumbers order);
     void ForgetRows();
 
     std::vector<ListColumnHeader> mColumns;
@@ -90,7 +98,7 @@ private:
     /// All rows as sorted; empty where they are not.
     RowNumbers mOrder;
     std::string mFilter;
-    /// Each of them within the one before; the last one is shown. Empty without a filter.
+    /// Each of them within the one before; the last one is shown. Texts that leave no row out have none.
     std::vector<Filtered> mFiltered;
 };
 

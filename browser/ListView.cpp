@@ -2,6 +2,7 @@
 #include "browser/ListView.h"
 
 #include "browser/FilterLine.h"
+#include "browser/FontScale.h"
 #include "browser/ItemViews.h"
 #include "platform/twips.h"
 
@@ -12,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -39,12 +41,14 @@ ListView::ListView(QWidget* parent)
     mIcons->setSelectionModel(mDetails->selectionModel());
     setFocusProxy(mDetails);
     connect(mDetails->header(), &QHeaderView::sectionClicked, this, &ListView::ColumnClick);
+    // The captions' font may be another one than the texts'.
+    mDetails->header()->installEventFilter(this);
     for (QAbstractItemView* view :
          {static_cast<QAbstractItemView*>(mDetails), static_cast<QAbstractItemView*>(mIcons)}) {
         view->installEventFilter(this);
         connect(view, &QAbstractItemView::doubleClicked, this, &ListView::DblClick);
     }
-    connect(mFilterLine, &FilterLine::TextChanged, this, &ListView::Filter);
+    connect(mFilterLine, &FilterLine::TextChanged, this, &ListView::FilterTyped);
     connect(mFilterLine, &FilterLine::Closed, this, &ListView::CloseFilter);
     connect(mFilterLine, &FilterLine::Left, this, &ListView::GoToRows);
 }
@@ -52,8 +56,12 @@ ListView::ListView(QWidget* parent)
 void ListView::View(ListStyle mode) {
     const bool hadFocus = CurrentView().hasFocus();
     mMode = mode;
-    if (mode != ListStyle::Details)
+    if (mode != ListStyle::Details) {
         mIcons->Mode(mode);
+        // Icons have the first column alone, and would take the focus to be nowhere.
+        QItemSelectionModel& selection = *mDetails->selectionModel();
+        selection.setCurrentIndex(selection.currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+    }
     QAbstractItemView& view = CurrentView();
     mStack->setCurrentWidget(&view);
     setFocusProxy(&view);
@@ -68,9 +76,27 @@ void ListView::Arrange(bool automatic) {
 void ListView::AddColumn(std::string_view caption, int width) {
     mModel.AddColumn(caption, width);
     const int column = mModel.columnCount() - 1;
+    mFitted.push_back(FittedWidth(column));
+    mDetails->header()->resizeSection(column, mFitted.back());
+}
+
+/// The width at which a column of the list begins, in pixels: its own for the font in use, and never less
+/// than its caption takes.
+int ListView::FittedWidth(int column) const {
+    const int width = mModel.Columns().at(static_cast<std::size_t>(column)).width;
+    return std::max(ToPixels(width * FontScale(mDetails->fontMetrics())),
+                    mDetails->header()->sectionSizeHint(column));
+}
+
+/// After a change of the font. A width that was chosen by hand keeps its relation to the first one.
+void ListView::FitColumns() {
     QHeaderView& header = *mDetails->header();
-    // A larger font must not cut the caption off.
-    header.resizeSection(column, std::max(ToPixels(width), header.sectionSizeHint(column)));
+    for (int column = 0; column < mModel.columnCount(); ++column) {
+        int& fitted = mFitted.at(static_cast<std::size_t>(column));
+        const double ratio = static_cast<double>(header.sectionSize(column)) / std::max(fitted, 1);
+        fitted = FittedWidth(column);
+        header.resizeSection(column, static_cast<int>(std::lround(ratio * fitted)));
+    }
 }
 
 void ListView::AddRow(std::string_view key, std::string_view text, Image icon) {
@@ -99,6 +125,7 @@ void ListView::ClearColumns() {
     mSorted = false;
     mDetails->header()->setSortIndicatorShown(false);
     mModel.ClearColumns();
+    mFitted.clear();
 }
 
 void ListView::Publish() {
@@ -108,7 +135,7 @@ void ListView::Publish() {
         mIcons->Measure();
 }
 
-void ListView::SortBy(int column) {
+void ListView::SortBy(int column, const Progress& progress) {
     const bool isAgain = column == mSortKey;
     const bool descends = isAgain && mSortOrder == Qt::AscendingOrder;
     mSortOrder = descends ? Qt::DescendingOrder : Qt::AscendingOrder;
@@ -119,11 +146,13 @@ void ListView::SortBy(int column) {
     header.setSortIndicatorShown(true);
     // The arrow must not cut the caption off.
     header.resizeSection(column, std::max(header.sectionSize(column), header.sectionSizeHint(column)));
-    mModel.Sort(column, mSortOrder);
+    mModel.Sort(column, mSortOrder, progress);
 }
 
-bool ListView::eventFilter(QObject* /*watched*/, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
+bool ListView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FontChange && watched != mIcons)
+        FitColumns();
+    if (event->type() != QEvent::KeyPress || watched == mDetails->header())
         return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     return HandleKey(key.key(), key.modifiers() & ~Qt::KeypadModifier);
@@ -139,11 +168,51 @@ bool ListView::HandleKey(int key, Qt::KeyboardModifiers modifiers) {
         CloseFilter();
         return true;
     }
+    if (mMode == ListStyle::Details && HandleColumnKey(key, modifiers))
+        return true;
     const int column = modifiers == Qt::ControlModifier ? ColumnOfKey(key) : -1;
     if (column < 0 || column >= mModel.columnCount())
         return false;
     emit ColumnClick(column);
     return true;
+}
+
+/// Left and right go from cell to cell; Ctrl with a sign sets the width of the column that they stand in.
+bool ListView::HandleColumnKey(int key, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex cell = mDetails->currentIndex();
+    if (!cell.isValid())
+        return false;
+    if (modifiers == Qt::NoModifier && (key == Qt::Key_Left || key == Qt::Key_Right)) {
+        const QModelIndex next = cell.siblingAtColumn(cell.column() + (key == Qt::Key_Left ? -1 : 1));
+        if (next.isValid())
+            mDetails->selectionModel()->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
+        return true;
+    }
+    // Some keyboards have the signs behind Shift.
+    if ((modifiers & ~Qt::ShiftModifier) != Qt::ControlModifier)
+        return false;
+    switch (key) {
+        case Qt::Key_Plus:
+        case Qt::Key_Equal:
+            Widen(cell.column(), 1);
+            return true;
+        case Qt::Key_Minus:
+            Widen(cell.column(), -1);
+            return true;
+        case Qt::Key_Asterisk:
+            mDetails->resizeColumnToContents(cell.column());
+            return true;
+        default:
+            return false;
+    }
+}
+
+void ListView::Widen(int column, int steps) {
+    constexpr int kCharacters = 3; // of a step
+    QHeaderView& header = *mDetails->header();
+    const int step = kCharacters * mDetails->fontMetrics().averageCharWidth();
+    header.resizeSection(column, std::max(header.sectionSize(column) + steps * step, step));
+    mDetails->scrollTo(mDetails->currentIndex());
 }
 
 int ListView::ColumnOfKey(int key) const {
@@ -177,11 +246,22 @@ void ListView::CloseFilter() {
         CurrentView().setFocus();
 }
 
-void ListView::Filter(const QString& text) {
+void ListView::Filter(const QString& text, const Progress& progress) {
+    const int current = text.isEmpty() ? SelectedItem() : -1;
+    const bool isSelected = current >= 0 && IsSelected(static_cast<std::size_t>(current));
+    const std::size_t stored = current >= 0 ? mModel.Stored(static_cast<std::size_t>(current)) : 0;
     mFilter = text;
-    mModel.Filter(text.toStdString());
+    mModel.Filter(text.toStdString(), progress);
     mFilterLine->ShowCount(mModel.Rows(), mAllRows);
     ShowHint();
+    if (current < 0)
+        return;
+    const QModelIndex found = mModel.index(static_cast<int>(mModel.PlaceOf(stored)), 0);
+    const QItemSelectionModel::SelectionFlags selection =
+        isSelected ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                   : QItemSelectionModel::NoUpdate;
+    mDetails->selectionModel()->setCurrentIndex(found, selection);
+    CurrentView().scrollTo(found, QAbstractItemView::PositionAtCenter);
 }
 
 void ListView::GoToRows() {

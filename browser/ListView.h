@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A list in four views over one set of rows: large icons, small icons, list and details. The views share
-// the rows and the selection. Widths are twips. Whoever fills it holds a ListFill, at whose end the rows
-// appear at once.
+// the rows and the selection. Widths are twips, and are shown by the font in use, see FontScale. Whoever
+// fills it holds a ListFill, at whose end the rows appear at once.
 #pragma once
 
 #include "browser/ListModel.h"
@@ -59,7 +59,10 @@ public:
     bool Sorted() const { return mSorted; }
     /// Sorts as a click on the caption of `column` does: the column of the last sort turns its order round,
     /// another one begins ascending.
-    void SortBy(int column);
+    void SortBy(int column, const Progress& progress = {});
+    /// Leaves the rows that hold `text`. With an empty one all are back, and the row that was current among
+    /// those that were left still is.
+    void Filter(const QString& text, const Progress& progress = {});
     /// Opens the line in which a text is typed that the rows must hold.
     void OpenFilter();
 
@@ -76,6 +79,8 @@ signals:
     /// The caption of a column, from 0, was clicked. Ctrl with a digit stands for one of the first ten, Ctrl
     /// with the arrow keys, in details, for the neighbour of the one last sorted by.
     void ColumnClick(int column);
+    /// The text that the rows must hold was changed.
+    void FilterTyped(const QString& text);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -84,8 +89,11 @@ private:
     friend class ListFill;
     void Publish();
     bool HandleKey(int key, Qt::KeyboardModifiers modifiers);
+    bool HandleColumnKey(int key, Qt::KeyboardModifiers modifiers);
+    void Widen(int column, int steps);
     int ColumnOfKey(int key) const;
-    void Filter(const QString& text);
+    int FittedWidth(int column) const;
+    void FitColumns();
     void CloseFilter();
     void ShowHint();
     void GoToRows();
@@ -96,6 +104,8 @@ private:
     DetailsView* mDetails;
     IconsView* mIcons;
     FilterLine* mFilterLine;
+    /// Of each column, the width it was last given other than by hand, pixels.
+    std::vector<int> mFitted;
     QString mFilter;
     /// Rows before any filter.
     std::size_t mAllRows = 0;

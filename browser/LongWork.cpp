@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/LongWork.h"
 
+#include "core/MainForm.h"
+
 #include <QApplication>
 
 namespace {
@@ -24,7 +26,11 @@ LongWork::~LongWork() {
 }
 
 bool LongWork::Step() {
-    if (++mSteps % kStepsPerLook != 0 || mSincePump.elapsed() < kPumpInterval)
+    return ++mSteps % kStepsPerLook == 0 && Look();
+}
+
+bool LongWork::Look() {
+    if (mSincePump.elapsed() < kPumpInterval)
         return false;
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     mSincePump.restart();
@@ -33,4 +39,23 @@ bool LongWork::Step() {
 
 bool LongWork::IsRunning() {
     return gRunning > 0;
+}
+
+ShownWork::~ShownWork() {
+    mForm.ProgressValue(0);
+}
+
+void ShownWork::Step(std::size_t done, std::size_t all) {
+    if (mWork.Step())
+        Show(done, all);
+}
+
+void ShownWork::Look(std::size_t done, std::size_t all) {
+    if (mWork.Look())
+        Show(done, all);
+}
+
+void ShownWork::Show(std::size_t done, std::size_t all) {
+    mForm.ProgressMaximum(static_cast<int>(all));
+    mForm.ProgressValue(static_cast<int>(done));
 }

@@ -4,10 +4,12 @@
 #pragma once
 
 #include "browser/ListRows.h"
+#include "browser/Progress.h"
 
 #include <cstdint>
 #include <vector>
 
 /// Row numbers of all rows in the order of `column`. Rows with equal texts stand in the order in which they
 /// were added, in both directions.
-std::vector<std::uint32_t> RowsInOrder(const ListRows& rows, int column, bool isDescending);
+std::vector<std::uint32_t> RowsInOrder(const ListRows& rows, int column, bool isDescending,
+                                       const Progress& progress = {});

@@ -2,6 +2,7 @@
 #include "browser/TreeModel.h"
 
 #include "browser/Categories.h"
+#include "platform/text.h"
 
 #include <array>
 #include <utility>
@@ -52,6 +53,7 @@ void TreeModel::Clear() {
     mHasRoot = false;
     mHasBranches = false;
     mByName.clear();
+    mByLowerCase.clear();
     mMachines.clear();
     mMachines.shrink_to_fit();
     endResetModel();
@@ -130,8 +132,13 @@ std::size_t TreeModel::FindMachine(std::string_view name) const {
         for (std::size_t i = 0; i < mMachines.size(); ++i)
             mByName.emplace(mMachines[i].name, i);
     }
-    const auto found = mByName.find(name);
-    return found == mByName.end() ? mMachines.size() : found->second;
+    if (const auto exact = mByName.find(name); exact != mByName.end())
+        return exact->second;
+    if (mByLowerCase.empty())
+        for (std::size_t i = 0; i < mMachines.size(); ++i)
+            mByLowerCase.emplace(LowerCase(mMachines[i].name), i);
+    const auto found = mByLowerCase.find(LowerCase(name));
+    return found == mByLowerCase.end() ? mMachines.size() : found->second;
 }
 
 QModelIndex TreeModel::index(int row, int column, const QModelIndex& parent) const {

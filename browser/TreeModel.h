@@ -39,7 +39,8 @@ public:
     /// "MAIN", "ALL", "ALL?CPU", "PC1?MAIN", "PC1?CPU". Empty for an invalid index.
     std::string Key(const QModelIndex& node) const;
     std::string Text(const QModelIndex& node) const;
-    /// The first node in the order of building whose key is `key`; invalid where there is none.
+    /// The first node in the order of building whose key is `key`; where there is none, the first whose
+    /// machine's name differs in case alone, since a machine's files need not agree on it; else invalid.
     QModelIndex Find(std::string_view key) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
@@ -65,6 +66,8 @@ private:
     bool mHasBranches = false;
     std::string mRootText;
     std::vector<Machine> mMachines;
-    /// The first machine of each name; filled by the first search after a build.
+    /// The first machine of each name, and of each name in lower case; each filled by the first search that
+    /// needs it after a build.
     mutable std::unordered_map<std::string_view, std::size_t> mByName;
+    mutable std::unordered_map<std::string, std::size_t> mByLowerCase;
 };

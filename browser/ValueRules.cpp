@@ -81,8 +81,6 @@ std::string_view DisplayText(Rule rule, const ADODB::Field& field, std::string& 
             return FlagText(field, YesNo(false));
         case Rule::YesNoNotAvailable:
             return FlagText(field, kNotAvailable);
-        case Rule::YesNoBlank:
-            return FlagText(field, "");
         case Rule::FlagOrText:
         case Rule::FlagOrKilobytes:
             if (field.Type() == ADODB::kTypeFlag)

@@ -19,11 +19,11 @@ enum class Rule : std::uint8_t {
     /// Bytes, kilobytes as whole megabytes; see FormatMegabytes.
     SizeBytes,
     SizeKilobytes,
-    /// Flags: Null is "No", "n/a" or empty.
+    /// Flags: Null is "No" or "n/a".
     YesNo,
     YesNoNotAvailable,
-    YesNoBlank,
-    /// As a flag where the column is one, else as text or as kilobytes: databases of older versions have
+    /// As a flag that is empty for Null where the column is one, else as text or as kilobytes: databases of
+    /// older versions have
     /// other types.
     FlagOrText,
     FlagOrKilobytes,

@@ -2,6 +2,7 @@
 #include "browser/frmAbout.h"
 
 #include "browser/Images.h"
+#include "core/HelpKey.h"
 #include "core/version.h"
 
 #include <QDialogButtonBox>
@@ -24,6 +25,7 @@ struct Line {
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     setObjectName("frmAbout");
+    HelpTopic(*this, "menus.html#help");
     setWindowTitle("About Mova Pro Admin");
     const std::array<Line, 4> lines = {{
         {"lblProduct", "MOVA Professional Administration Module", true},

@@ -4,11 +4,13 @@
 #include "browser/HelpPage.h"
 #include "browser/Images.h"
 #include "core/FormRegistry.h"
+#include "core/HelpKey.h"
 #include "core/SelectAllText.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QHelpContentModel>
 #include <QHelpIndexModel>
 #include <QKeyEvent>
@@ -26,12 +28,14 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 /// Of the text's characters and lines.
 constexpr int kWindowWidth = 130;
 constexpr int kWindowHeight = 42;
-constexpr int kNavigationWidth = 38;
+constexpr int kNavigationWidth = 50;
 
 constexpr int kContentsTab = 0;
 constexpr int kSearchTab = 2;
@@ -53,11 +57,13 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     setObjectName("frmHelp");
     setWindowTitle("MOVA Professional Administration Module Help");
     setWindowIcon(ProgramIcon());
+    HelpTopic(*this, "index.html#using");
     auto* const panes = new QSplitter(this);
     panes->setChildrenCollapsible(false);
     QWidget* const page = BuildPage(desktop);
     tabHelp = new QTabWidget(panes);
     tabHelp->setObjectName("tabHelp");
+    tabHelp->setAccessibleName("Ways to a page");
     tabHelp->addTab(BuildContents(), "&Contents");
     tabHelp->addTab(BuildIndex(), "&Index");
     tabHelp->addTab(BuildSearch(), "&Search");
@@ -77,7 +83,9 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     const int character = fontMetrics().averageCharWidth();
     resize(QSize(character * kWindowWidth, fontMetrics().height() * kWindowHeight)
                .boundedTo(screen()->availableSize() * 9 / 10));
-    panes->setSizes({character * kNavigationWidth, width() - character * kNavigationWidth});
+    // The page keeps most of a window that a small screen has cut.
+    const int navigation = std::min(character * kNavigationWidth, width() * 2 / 5);
+    panes->setSizes({navigation, width() - navigation});
     txtPage->Show(HelpBook::FirstPage());
     FormRegistry::Instance().Load("frmHelp", this, [this] { Unload(); });
 }
@@ -89,6 +97,7 @@ frmHelp::~frmHelp() {
 void frmHelp::BuildToolBar() {
     auto* const bar = addToolBar("Help");
     bar->setObjectName("tbHelp");
+    bar->setAccessibleName("Commands of the help");
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     const auto add = [&](const char* name, const char* icon, const QString& caption, const char* key,
@@ -128,6 +137,8 @@ QWidget* frmHelp::BuildContents() {
     tvContents->setObjectName("tvContents");
     tvContents->setAccessibleName("Contents");
     tvContents->setHeaderHidden(true);
+    tvContents->header()->setStretchLastSection(false);
+    tvContents->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tvContents->setModel(&mBook->Contents());
     auto* const layout = new QVBoxLayout(tab);
     layout->addWidget(tvContents);
@@ -137,7 +148,10 @@ QWidget* frmHelp::BuildContents() {
         MarkInContents(txtPage->source());
     });
     connect(tvContents->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& entry) { txtPage->Show(mBook->PageOf(entry)); });
+            [this](const QModelIndex& entry) {
+                if (!mIsMarking)
+                    txtPage->Show(mBook->PageOf(entry));
+            });
     // The entry that is current already, chosen again after its page was left by a link.
     connect(tvContents, &QTreeView::clicked, this,
             [this](const QModelIndex& entry) { txtPage->Show(mBook->PageOf(entry)); });
@@ -237,22 +251,42 @@ void frmHelp::ShowContents() {
     ComeForward(kContentsTab);
 }
 
+void frmHelp::ShowTopic(const std::string& page) {
+    txtPage->Show(HelpBook::FirstPage().resolved(QUrl(QString::fromStdString(page))));
+    ComeForward(kContentsTab);
+    txtPage->setFocus();
+}
+
 void frmHelp::ShowSearch() {
+    mBook->ForgetSearch();
     txtSearch->clear();
     ShowHits({});
     lblHits->clear();
     ComeForward(kSearchTab);
 }
 
-void frmHelp::MarkInContents(const QUrl& page) {
-    // Two entries may lead to one page.
-    if (mBook->PageOf(tvContents->currentIndex()) == page)
+void frmHelp::MarkInContents(const QUrl& place) {
+    const QUrl page = place.adjusted(QUrl::RemoveFragment);
+    // Two entries may lead to one page; the one that is chosen stays.
+    QModelIndex best = tvContents->currentIndex();
+    if (mBook->PageOf(best) == place)
         return;
-    QModelIndex entry = mBook->Contents().index(0, 0);
-    while (entry.isValid() && mBook->PageOf(entry) != page)
-        entry = tvContents->indexBelow(entry);
-    if (entry.isValid())
-        tvContents->setCurrentIndex(entry);
+    if (mBook->PageOf(best).adjusted(QUrl::RemoveFragment) != page)
+        best = QModelIndex();
+    for (QModelIndex entry = mBook->Contents().index(0, 0); entry.isValid();
+         entry = tvContents->indexBelow(entry)) {
+        if (mBook->PageOf(entry) == place) {
+            best = entry;
+            break;
+        }
+        if (!best.isValid() && mBook->PageOf(entry) == page)
+            best = entry;
+    }
+    if (!best.isValid())
+        return;
+    mIsMarking = true;
+    tvContents->setCurrentIndex(best);
+    mIsMarking = false;
 }
 
 void frmHelp::ShowKeyword(const QModelIndex& entry) {
@@ -260,6 +294,8 @@ void frmHelp::ShowKeyword(const QModelIndex& entry) {
 }
 
 void frmHelp::StartSearch() {
+    lstHits->clear();
+    lblHits->setText("Searching...");
     mBook->Search(txtSearch->text());
 }
 

@@ -8,6 +8,7 @@
 #include <QMainWindow>
 
 #include <memory>
+#include <string>
 
 class Desktop;
 class HelpPage;
@@ -27,6 +28,8 @@ public:
 
     /// Comes forward with the contents and the page that they begin with.
     void ShowContents();
+    /// Comes forward with a page, "import.html#window", ready to be read.
+    void ShowTopic(const std::string& page);
     /// Comes forward with an empty search.
     void ShowSearch();
 
@@ -45,7 +48,7 @@ private:
     void AddKey(const char* key, void (frmHelp::*slot)());
 
     void ComeForward(int tab);
-    void MarkInContents(const QUrl& page);
+    void MarkInContents(const QUrl& place);
     void ShowKeyword(const QModelIndex& entry);
     void StartSearch();
     void ShowHits(const QList<HelpHit>& hits);
@@ -59,6 +62,8 @@ private:
     void Unload();
 
     std::unique_ptr<HelpBook> mBook;
+    /// While the contents follow the page, and not the page the contents.
+    bool mIsMarking = false;
     HelpPage* txtPage = nullptr;
     QTabWidget* tabHelp = nullptr;
     QTreeView* tvContents = nullptr;

@@ -6,8 +6,10 @@
 #include "browser/LongWork.h"
 #include "browser/PaneLayout.h"
 #include "browser/TreeModel.h"
+#include "core/ElidedLabel.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
+#include "core/HelpKey.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -34,8 +36,6 @@ namespace {
 
 constexpr const char* kApplication = "Velmora";
 constexpr const char* kSection = "Settings";
-/// Left edge of the splitter in a new window, twips.
-constexpr float kFirstSplit = 2700;
 constexpr int kSplitterWidth = 90;
 /// Of a stored size that no window can have.
 constexpr double kDefaultHeight = 6500;
@@ -85,8 +85,7 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
       mListExport(ExportContext{*this, prompts, mProgramFolder}),
       mMachineDump(ExportContext{*this, prompts, mProgramFolder}),
       mMaintenance(*this, prompts),
-      mReports(ReportContext{*this, prompts, printing, mProgramFolder}),
-      mSplit(kFirstSplit) {
+      mReports(ReportContext{*this, prompts, printing, mProgramFolder}) {
     setObjectName("frmMain");
     setWindowTitle("MOVA Professional Administration Module");
     setWindowIcon(ProgramIcon());
@@ -94,10 +93,9 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
     BuildControls();
     BuildMenus();
     BuildToolBar();
-    auto* const find = new QShortcut(QKeySequence("Ctrl+F"), this);
-    connect(find, &QShortcut::activated, lvListView, &ListView::OpenFilter);
-    auto* const help = new QShortcut(QKeySequence("F1"), this);
-    connect(help, &QShortcut::activated, this, [this] { Guarded("Error#", [this] { mnuHelpContents(); }); });
+    BuildShortcuts();
+    new HelpKey([this](const std::string& page) { ShowHelpTopic(page); }, this);
+    mFirstSplit = mSplit = FirstSplit();
     mNodeTimer.setSingleShot(true);
     connect(&mNodeTimer, &QTimer::timeout, this, [this] {
         // An import that has begun since shows the tree anew when it ends.
@@ -152,11 +150,13 @@ void frmMain::BuildControls() {
     lvListView->Watch(*this);
     connect(lvListView, &ListView::DblClick, this, &frmMain::lvListView_DblClick);
     connect(lvListView, &ListView::ColumnClick, this, &frmMain::lvListView_ColumnClick);
+    connect(lvListView, &ListView::FilterTyped, this, &frmMain::lvListView_FilterTyped);
     setTabOrder(tvTreeView, lvListView);
 
     imgSplitter = new QWidget(panes);
     imgSplitter->setObjectName("imgSplitter");
     imgSplitter->setCursor(Qt::SplitHCursor);
+    imgSplitter->setToolTip("Drag to share the room between tree and list (Alt+Shift+Left, Alt+Shift+Right)");
     imgSplitter->installEventFilter(this);
     imgSplitter->resize(ToPixels(kSplitterWidth), 0);
     picSplitter = new QWidget(panes);
@@ -169,18 +169,26 @@ void frmMain::BuildControls() {
     tvTreeView->setFocus();
 }
 
+void frmMain::BuildShortcuts() {
+    const auto add = [this](const char* key, auto work) {
+        connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, work);
+    };
+    add("F1", [this] { Guarded("Error#", [this] { mnuHelpContents(); }); });
+    add("Ctrl+F", [this] { lvListView->OpenFilter(); });
+    add("Alt+Shift+Left", [this] { MoveSplit(-1); });
+    add("Alt+Shift+Right", [this] { MoveSplit(1); });
+}
+
 void frmMain::BuildStatusBar() {
     sbStatusBar = new QStatusBar(centralWidget());
     sbStatusBar->setObjectName("sbStatusBar");
     sbStatusBar->setAccessibleName("Status");
     int number = 0;
-    for (QLabel** panel : {&mStatusPanel, &mDatePanel, &mTimePanel}) {
-        *panel = new QLabel(sbStatusBar);
-        (*panel)->setObjectName(QString("sbStatusBar(%1)").arg(++number));
-        // Texts hold machine names, which must not be taken for markup.
-        (*panel)->setTextFormat(Qt::PlainText);
-    }
-    mStatusPanel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    mStatusPanel = new ElidedLabel(sbStatusBar);
+    mDatePanel = new QLabel(sbStatusBar);
+    mTimePanel = new QLabel(sbStatusBar);
+    for (QLabel* const panel : {mStatusPanel, mDatePanel, mTimePanel})
+        panel->setObjectName(QString("sbStatusBar(%1)").arg(++number));
     sbStatusBar->addWidget(mStatusPanel, 1);
     sbStatusBar->addPermanentWidget(mDatePanel);
     sbStatusBar->addPermanentWidget(mTimePanel);
@@ -196,8 +204,12 @@ void frmMain::ShowClock() {
     const QDate date = QDate(1970, 1, 1).addDays(day.time_since_epoch().count());
     const QTime time = QTime(0, 0).addSecs(static_cast<int>((now - day).count()));
     const QLocale locale;
-    mDatePanel->setText(locale.toString(date, QLocale::ShortFormat));
-    mTimePanel->setText(locale.toString(time, QLocale::ShortFormat));
+    const auto show = [](QLabel& panel, const char* meaning, const QString& text) {
+        panel.setText(text);
+        panel.setAccessibleName(QString("%1: %2").arg(meaning, text));
+    };
+    show(*mDatePanel, "Date", locale.toString(date, QLocale::ShortFormat));
+    show(*mTimePanel, "Time", locale.toString(time, QLocale::ShortFormat));
     // Again when the text will change: at the next minute, or second where the locale shows them.
     const bool hasSeconds = locale.timeFormat(QLocale::ShortFormat).contains('s');
     mClockTimer.start(hasSeconds ? 1000 : (60 - time.second()) * 1000);
@@ -309,7 +321,7 @@ bool frmMain::event(QEvent* event) {
         mSession.Activate();
     const bool isDone = QMainWindow::event(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        Arrange();
+        FitSplit();
     return isDone;
 }
 

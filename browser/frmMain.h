@@ -94,6 +94,8 @@ public:
     void lvListView_DblClick();
     /// Sorts the list by the column, from 0, or turns its order round.
     void lvListView_ColumnClick(int column);
+    /// Leaves the rows of the list that hold `text`.
+    void lvListView_FilterTyped(const QString& text);
 
     /// The lists of the categories, see CategoryLists.h: each fills an empty list, of all machines or of one,
     /// from configuration `confID`. The two that end in DRVDETIAL belong to the nodes that end in
@@ -141,6 +143,7 @@ public:
     void mnuFileClose();
     /// Puts the selected rows, or all where none is, on the clipboard as text with tabs.
     void mnuCopy();
+    /// Ends silently where it fails.
     void mnuProperties();
     void mnuViewToolbar();
     void mnuViewStatusBar();
@@ -173,12 +176,14 @@ private:
     void BuildStatusBar();
     void BuildMenus();
     void BuildToolBar();
+    void BuildShortcuts();
     void AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus);
     QAction* AddItem(const CommandRow& row, QMenu& menu);
     void Run(ClickHandler click, int index, std::string_view caption);
     void ComesLater(std::string_view caption);
     /// The help window, made if need be; null after a box, where the program has no help.
     frmHelp* OpenHelp();
+    void ShowHelpTopic(const std::string& page);
     QAction& Action(std::string_view name) const;
     void SetEnabled(CommandNames names, bool isEnabled);
 
@@ -191,6 +196,9 @@ private:
     void Guarded(const std::string& title, const std::function<void()>& work);
 
     void Arrange();
+    float FirstSplit() const;
+    void FitSplit();
+    void MoveSplit(int steps);
     bool DragSplitter(const QEvent& event);
     void ShowClock();
     void ApplyStoredMode();
@@ -228,8 +236,10 @@ private:
     std::int16_t mShowConf = 1;
     std::string mLastNodeKey;
     /// Left edges of imgSplitter and picSplitter, twips.
-    float mSplit;
+    float mSplit = 0;
     float mDragged = 0;
+    /// The split that a new window has in the font in use.
+    float mFirstSplit = 0;
 
     QToolBar* tbToolBar = nullptr;
     QProgressBar* pgbLoaded = nullptr;

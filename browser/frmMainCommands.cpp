@@ -34,6 +34,7 @@ std::string_view TipWithoutKey(std::string_view tip) {
 void frmMain::BuildMenus() {
     std::map<std::string, QMenu*, std::less<>> menus;
     menuBar()->setObjectName("mnuBar");
+    menuBar()->setAccessibleName("Menu bar");
     for (const CommandRow& row : MenuCommands())
         AddCommand(row, menus);
     mnuPopup = menus.at("mnuPopup");

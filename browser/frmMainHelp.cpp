@@ -30,6 +30,17 @@ void frmMain::mnuHelpContents() {
         help->ShowContents();
 }
 
+/// Of a dialog; the contents where it has no page of its own.
+void frmMain::ShowHelpTopic(const std::string& page) {
+    Guarded("Error#", [&] {
+        frmHelp* const help = OpenHelp();
+        if (help != nullptr && page.empty())
+            help->ShowContents();
+        else if (help != nullptr)
+            help->ShowTopic(page);
+    });
+}
+
 void frmMain::mnuHelpSearch() {
     if (frmHelp* const help = OpenHelp())
         help->ShowSearch();

@@ -25,14 +25,15 @@ std::string HeadingLine(const ListModel& items) {
     return line + "\r\n";
 }
 
-void AppendRow(std::string& text, const ListModel& items, std::size_t row) {
+QString RowLine(const ListModel& items, std::size_t row) {
+    std::string text;
     const int columns = static_cast<int>(items.Columns().size());
     for (int column = 0; column < columns; ++column) {
         if (column > 0)
             text += '\t';
         text += items.Text(row, column);
     }
-    text += "\r\n";
+    return QString::fromStdString(text + "\r\n");
 }
 
 } // namespace
@@ -92,8 +93,15 @@ void frmMain::lvListView_DblClick() {
 
 void frmMain::lvListView_ColumnClick(int column) {
     Guarded("Error#", [&] {
-        const LongWork work;
-        lvListView->SortBy(column);
+        ShownWork work(*this);
+        lvListView->SortBy(column, [&](std::size_t done, std::size_t all) { work.Look(done, all); });
+    });
+}
+
+void frmMain::lvListView_FilterTyped(const QString& text) {
+    Guarded("Error#", [&] {
+        ShownWork work(*this);
+        lvListView->Filter(text, [&](std::size_t done, std::size_t all) { work.Look(done, all); });
     });
 }
 
@@ -101,10 +109,10 @@ void frmMain::mnuCopy() {
     const ListModel& items = lvListView->Items();
     if (items.Columns().empty())
         return;
-    const LongWork work;
+    ShownWork work(*this);
     QClipboard& clipboard = *QGuiApplication::clipboard();
     clipboard.clear();
-    std::string text = HeadingLine(items);
+    QString text = QString::fromStdString(HeadingLine(items));
     std::vector<std::size_t> rows;
     if (CheckIfSelected()) {
         rows = SelectedListItems();
@@ -112,13 +120,21 @@ void frmMain::mnuCopy() {
         rows.resize(items.Rows());
         std::iota(rows.begin(), rows.end(), std::size_t{0});
     }
-    for (const std::size_t row : rows)
-        AppendRow(text, items, row);
-    clipboard.setText(QString::fromStdString(text));
+    std::size_t done = 0;
+    for (const std::size_t row : rows) {
+        text += RowLine(items, row);
+        work.Step(++done, rows.size());
+    }
+    clipboard.setText(text);
 }
 
 void frmMain::mnuProperties() {
-    const std::string key = mTree->Key(SelectedNode());
-    if (key == "ALL" || key == "MAIN" || key.find(kMachineSuffix) != std::string::npos)
-        ComesLater("Properties");
+    try {
+        const std::string key = mTree->Key(SelectedNode());
+        if (key == "ALL" || key == "MAIN" || key.find(kMachineSuffix) != std::string::npos)
+            ComesLater("Properties");
+    } catch (const RunTimeError&) {
+        // What can not be shown is not shown; the list tells of the failure where it matters.
+        return;
+    }
 }

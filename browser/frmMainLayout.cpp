@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The arrangement of the main window's panes and the splitter between them.
+#include "browser/Categories.h"
+#include "browser/FontScale.h"
 #include "browser/ListView.h"
 #include "browser/PaneLayout.h"
 #include "browser/frmMain.h"
@@ -8,6 +10,7 @@
 #include <QMouseEvent>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolBar>
 #include <QTreeView>
 
@@ -15,8 +18,30 @@
 
 namespace {
 
+/// Left edge of the splitter in a new window.
+constexpr float kFirstSplit = 2700;
+/// By which a key moves the splitter.
+constexpr float kSplitStep = 300;
+
 /// What the bar that marks a dragged split is shorter than the splitter, twips.
 constexpr int kMarkShortening = 20;
+
+/// What the tree needs to show all categories of an open branch, pixels.
+int CategoriesWidth(const QTreeView& tree) {
+    const QStyle& style = *tree.style();
+    const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &tree) + 1;
+    int widest = 0;
+    for (const Category& category : kCategories) {
+        // Below the root and the branch, and some below another category.
+        const int level = category.parent == kBranch ? 3 : 4;
+        const QString text =
+            QString::fromUtf8(category.text.data(), static_cast<qsizetype>(category.text.size()));
+        widest = std::max(widest, level * tree.indentation() + tree.fontMetrics().horizontalAdvance(text));
+    }
+    const int icon = style.pixelMetric(QStyle::PM_SmallIconSize, nullptr, &tree);
+    return widest + icon + 4 * margin + 2 * tree.frameWidth() +
+           style.pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &tree);
+}
 
 int ProgressHeight(const QWidget& bar) {
     return std::max(bar.fontMetrics().height() / 2, 4);
@@ -58,6 +83,25 @@ void frmMain::SizeControls(float& x) {
 
 void frmMain::Arrange() {
     float x = mSplit;
+    SizeControls(x);
+}
+
+float frmMain::FirstSplit() const {
+    const double scaled = kFirstSplit * FontScale(tvTreeView->fontMetrics());
+    return static_cast<float>(std::max<double>(scaled, ToTwips(CategoriesWidth(*tvTreeView))));
+}
+
+/// After a change of the font. A split that was moved stays where it is.
+void frmMain::FitSplit() {
+    const bool isMoved = mSplit != mFirstSplit;
+    mFirstSplit = FirstSplit();
+    if (!isMoved)
+        mSplit = mFirstSplit;
+    Arrange();
+}
+
+void frmMain::MoveSplit(int steps) {
+    float x = mSplit + static_cast<float>(steps) * kSplitStep;
     SizeControls(x);
 }
 

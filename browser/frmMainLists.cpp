@@ -12,30 +12,15 @@
 
 namespace {
 
-/// Empties the progress bar, after a failure too.
-class ProgressBar {
-public:
-    ProgressBar(MainForm& form, int maximum) : mForm(form) { mForm.ProgressMaximum(maximum); }
-    ~ProgressBar() { mForm.ProgressValue(0); }
-    ProgressBar(const ProgressBar&) = delete;
-    ProgressBar& operator=(const ProgressBar&) = delete;
-    void Value(int value) { mForm.ProgressValue(value); }
-
-private:
-    MainForm& mForm;
-};
-
-/// The bar counts machines: how many rows there will be is known only when all were read. It moves when it
-/// can be seen to, since each move repaints it.
+/// The bar counts machines: how many rows there will be is known only when all were read.
 template <class Definition>
 void Fill(MainForm& form, ListView& list, const Definition& definition, const std::string& machine,
           std::int16_t confID) {
-    LongWork work;
-    ProgressBar bar(form, gMachineCount);
+    ShownWork work(form);
+    const auto all = static_cast<std::size_t>(gMachineCount);
     const ListFill fill(list);
     ListFiller(list, gConnection, gRecordset, [&](std::int32_t machines) {
-        if (work.Step())
-            bar.Value(machines);
+        work.Step(static_cast<std::size_t>(machines), all);
     }).Fill(definition, machine, confID);
 }
 

@@ -130,6 +130,8 @@ void frmMain::ShowNode(const QModelIndex& node) {
     if (key == mLastNodeKey)
         return;
     mLastNodeKey = key;
+    // What the list said of the node before must not stand while this one's is read.
+    lvListView->Hint({});
     lvListView->ClearItems();
     lvListView->ClearColumns();
 

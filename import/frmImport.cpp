@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmImport.h"
 
+#include "core/ElidedLabel.h"
 #include "core/FileModule.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
+#include "core/HelpKey.h"
 #include "core/MainForm.h"
 #include "core/SelectAllText.h"
 #include "platform/application.h"
@@ -30,12 +32,10 @@ std::string FrameText(int unit, int count) {
     return std::to_string(count) + " " + (isUnit ? kUnits.at(static_cast<std::size_t>(unit)) : "");
 }
 
-/// Labels and bars hold file names, which may be of any length and must not be taken for markup.
 QLabel* StatusLabel(const char* name, const char* text, QWidget* parent) {
-    auto* const label = new QLabel(text, parent);
+    auto* const label = new ElidedLabel(parent);
     label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setText(text);
     return label;
 }
 
@@ -58,6 +58,7 @@ QPushButton* Button(const char* name, const char* caption, QWidget* parent) {
 
 frmImport::frmImport(const ImportContext& context) : QDialog(context.form.OwnerWindow()), mContext(context) {
     setObjectName("frmImport");
+    HelpTopic(*this, "import.html#window");
     BuildControls();
     Load();
     FormRegistry::Instance().Load("frmImport", this, [this] { close(); });

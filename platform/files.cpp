@@ -40,6 +40,11 @@ bool IsRegular(const std::string& folder, const dirent& entry) {
     return FileExists(JoinPath(folder, static_cast<const char*>(entry.d_name)));
 }
 
+/// The order of a listing: without regard to case, and names that differ in nothing else by their bytes.
+bool IsBefore(std::string_view a, std::string_view b) {
+    return EqualNoCase(a, b) ? a < b : LessNoCase(a, b);
+}
+
 bool EndsWithNoCase(std::string_view text, std::string_view end) {
     return text.size() >= end.size() && EqualNoCase(text.substr(text.size() - end.size()), end);
 }
@@ -84,11 +89,7 @@ DirectoryListing::DirectoryListing(std::string_view folder, std::string_view ext
         if (name.front() != '.' && EndsWithNoCase(name, extension) && IsRegular(path, *entry))
             mNames.emplace_back(name);
     }
-    std::sort(mNames.begin(), mNames.end(), [](const std::string& a, const std::string& b) {
-        if (!EqualNoCase(a, b))
-            return LessNoCase(a, b);
-        return a < b;
-    });
+    std::sort(mNames.begin(), mNames.end(), IsBefore);
     const auto isRepeated = [this](std::size_t i) { return i > 0 && EqualNoCase(mNames[i], mNames[i - 1]); };
     std::vector<std::string> firsts;
     firsts.reserve(mNames.size());
@@ -106,7 +107,7 @@ std::vector<std::string> DirectoryListing::WithExtension(std::string_view extens
 }
 
 std::optional<std::string> DirectoryListing::Find(std::string_view name) const {
-    if (std::find(mOtherSpellings.begin(), mOtherSpellings.end(), name) != mOtherSpellings.end())
+    if (std::binary_search(mOtherSpellings.begin(), mOtherSpellings.end(), name, IsBefore))
         return std::string(name);
     const auto found = std::lower_bound(mNames.begin(), mNames.end(), name, LessNoCase);
     if (found == mNames.end() || !EqualNoCase(*found, name))

@@ -107,7 +107,7 @@ TEST(TreeModel, BuildsTheSameCategoriesBelowAllAndBelowEachMachine) {
 TEST(TreeModel, FindsWhatAWalkOverAllNodesWouldFindFirst) {
     TreeModel tree;
     tree.ShowRoot("today");
-    tree.ShowMachines({{"ALL", 1}, {"MAIN", 2}, {"A?B", 3}, {"PC1", 1}, {"PC1", 4}});
+    tree.ShowMachines({{"ALL", 1}, {"MAIN", 2}, {"A?B", 3}, {"PC1", 1}, {"PC1", 4}, {"pc2", 1}, {"PC2", 1}});
     struct {
         const char* key;
         const char* text;
@@ -120,6 +120,9 @@ TEST(TreeModel, FindsWhatAWalkOverAllNodesWouldFindFirst) {
         {"MAIN?MAIN", "MAIN", 2, "a machine like any other"},
         {"A?B?MAIN", "A?B", 3, "a question mark in the name"},
         {"PC1?MAIN", "PC1", 4, "the first of two"},
+        {"pc1?MAIN", "PC1", 4, "a name that another of its files spells so"},
+        {"Pc2?MAIN", "pc2", 6, "the first that differs in case alone"},
+        {"PC2?MAIN", "PC2", 7, "but the name itself comes first"},
     };
     for (const auto& c : cases) {
         const QModelIndex node = tree.Find(c.key);
@@ -129,7 +132,7 @@ TEST(TreeModel, FindsWhatAWalkOverAllNodesWouldFindFirst) {
     }
     EXPECT_EQ(tree.Find("ALL?CPU").parent().row(), 0)
         << "the branch's category was built before the machine's";
-    for (const char* key : {"", "?", "PC2?MAIN", "PC1", "PC1?", "PC1?DEVDRV", "pc1?MAIN", "PC1?cpu", "?MAIN"})
+    for (const char* key : {"", "?", "PC3?MAIN", "PC1", "PC1?", "PC1?DEVDRV", "PC1?cpu", "?MAIN"})
         EXPECT_FALSE(tree.Find(key).isValid()) << key;
 }
 

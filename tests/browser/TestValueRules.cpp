@@ -122,8 +122,6 @@ TEST_F(ValueRulesTest, ShowValuesAsTheirListsNeedThem) {
         {"true", Rule::YesNoNotAvailable, flag, "-1", "Yes"},
         {"false is known", Rule::YesNoNotAvailable, flag, "0", "No"},
         {"unknown in one machine's list", Rule::YesNoNotAvailable, flag, "NULL", "n/a"},
-        {"unknown in the list of all", Rule::YesNoBlank, flag, "NULL", ""},
-        {"false in the list of all", Rule::YesNoBlank, flag, "0", "No"},
         {"the column is a flag", Rule::FlagOrText, flag, "-1", "Yes"},
         {"a flag without a value", Rule::FlagOrText, flag, "NULL", ""},
         {"the column is none", Rule::FlagOrText, text, "NULL", "n/a"},

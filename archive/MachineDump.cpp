@@ -63,15 +63,19 @@ void CloseSection(ExportFile& file) {
 }
 
 /// The blanks behind a text of `length` characters in a column of `size`.
-std::string Padding(std::size_t length, std::size_t size) {
+std::string_view Padding(std::size_t length, std::size_t size) {
     constexpr std::size_t kGap = 3;
     return spaces((length > size ? length - size : size - length) + kGap);
 }
 
 } // namespace
 
-std::string spaces(std::size_t count) {
-    return std::string(count, ' ');
+std::string_view spaces(std::size_t count) {
+    // A dump asks for them at every value.
+    static std::string blanks;
+    if (blanks.size() < count)
+        blanks.resize(count, ' ');
+    return std::string_view(blanks).substr(0, count);
 }
 
 void MachineDump::mnuPopFullExport() {
@@ -191,7 +195,8 @@ void MachineDump::DumpSectionText(const std::string& statement, ExportFile& file
     for (std::size_t i = 0; i < fields.Count(); ++i) {
         const ADODB::Field& field = fields.Item(i);
         widths.push_back({CharacterCount(field.Name()), static_cast<std::size_t>(field.DefinedSize())});
-        line += field.Name() + Padding(widths[i].name, widths[i].size);
+        line += field.Name();
+        line += Padding(widths[i].name, widths[i].size);
     }
     file.WriteLine(line);
     for (; !gRecordset->EndOfFile(); gRecordset->MoveNext()) {
@@ -201,7 +206,8 @@ void MachineDump::DumpSectionText(const std::string& statement, ExportFile& file
             const std::string_view text = field.Text();
             const std::size_t length = CharacterCount(text);
             if (const std::optional<std::string> date = DateOf(field, text)) {
-                line += *date + Padding(length, widths[i].size);
+                line += *date;
+                line += Padding(length, widths[i].size);
             } else {
                 line += text;
                 line += Padding(length, std::max(widths[i].name, widths[i].size));

@@ -9,10 +9,11 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 
-/// A text of `count` blanks.
-std::string spaces(std::size_t count);
+/// A text of `count` blanks, valid until the next call.
+std::string_view spaces(std::size_t count);
 
 class MachineDump {
 public:

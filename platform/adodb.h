@@ -63,9 +63,9 @@ public:
     /// Runs one statement to its end, without rows.
     void Execute(std::string_view sql);
 
-    /// Deletes all rows of `table`, and those of other tables that hang on them, as a DELETE with its cascades
-    /// does, but table by table rather than row by row. All of it or nothing, in the open transaction if there
-    /// is one. Calls `progress` many times a second meanwhile.
+    /// Deletes all rows of `table`, and those of other tables that hang on them, as a DELETE with its
+    /// cascades does, but table by table rather than row by row where no row of theirs can stay. All of it or
+    /// nothing, in the open transaction if there is one. Calls `progress` many times a second meanwhile.
     void EmptyTable(std::string_view table, const std::function<void()>& progress = {});
 
     void BeginTrans();

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
 
 namespace ADODB {
 
@@ -265,25 +264,40 @@ private:
     sqlite3* mDatabase;
 };
 
-/// The tables of which every row goes with its row of `table`: those whose reference can not be Null.
-std::vector<std::string> DependentTables(ConnectionState& state, const std::string& table) {
-    return Texts(state,
-                 "SELECT child.name FROM sqlite_master child, pragma_foreign_key_list(child.name) reference, "
-                 "pragma_table_info(child.name) part WHERE child.type = 'table' "
-                 "AND reference.\"table\" = " +
-                     SQLText(table) +
-                     " COLLATE NOCASE AND reference.on_delete = 'CASCADE' AND part.name = reference.\"from\" "
-                     "COLLATE NOCASE GROUP BY child.name, reference.id HAVING MIN(part.\"notnull\") = 1");
+/// Adds `table`, behind all tables that hang on it, to `tables`. False where a row of one of these could stay
+/// when the table's rows go: then only the engine can tell which do.
+bool AddWithDependents(ConnectionState& state, const std::string& table, std::vector<std::string>& tables) {
+    const std::string references =
+        "FROM sqlite_master child, pragma_foreign_key_list(child.name) reference, "
+        "pragma_table_info(child.name) part WHERE child.type = 'table' AND reference.\"table\" = " +
+        SQLText(table) + " COLLATE NOCASE AND part.name = reference.\"from\" COLLATE NOCASE";
+    if (!Texts(state, "SELECT child.name " + references +
+                          " AND (reference.on_delete <> 'CASCADE' OR part.\"notnull\" = 0)")
+             .empty())
+        return false;
+    for (const std::string& child : Texts(state, "SELECT DISTINCT child.name " + references))
+        if (!EqualNoCase(child, table) && std::find(tables.begin(), tables.end(), child) == tables.end() &&
+            !AddWithDependents(state, child, tables))
+            return false;
+    tables.push_back(table);
+    return true;
 }
 
-/// Empties the table's dependents before it. What hangs on it in another way is left to the engine.
-void EmptyWithDependents(ConnectionState& state, const std::string& table, std::set<std::string>& done) {
-    if (!done.insert(LowerCase(table)).second)
-        return;
-    for (const std::string& dependent : DependentTables(state, table))
-        EmptyWithDependents(state, dependent, done);
-    RunPlain(state, "DELETE FROM " + QuotedName(table));
-}
+/// While it lives the engine minds no references between tables, and so can drop a table's rows as a whole.
+class WithoutReferences {
+public:
+    explicit WithoutReferences(sqlite3* database) : mDatabase(database) {
+        sqlite3_db_config(mDatabase, SQLITE_DBCONFIG_ENABLE_FKEY, -1, &mBefore);
+        sqlite3_db_config(mDatabase, SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
+    }
+    ~WithoutReferences() { sqlite3_db_config(mDatabase, SQLITE_DBCONFIG_ENABLE_FKEY, mBefore, nullptr); }
+    WithoutReferences(const WithoutReferences&) = delete;
+    WithoutReferences& operator=(const WithoutReferences&) = delete;
+
+private:
+    sqlite3* mDatabase;
+    int mBefore = 1;
+};
 
 /// Runs `work` whole or not at all, in a transaction of its own or within the one that is open.
 template <class Work>
@@ -307,8 +321,14 @@ void AsOne(ConnectionState& state, const Work& work) {
 void Connection::EmptyTable(std::string_view table, const std::function<void()>& progress) {
     mState->CheckOpen();
     const ProgressHandler handler(mState->database, progress);
-    std::set<std::string> done;
-    AsOne(*mState, [&] { EmptyWithDependents(*mState, std::string(table), done); });
+    std::vector<std::string> tables;
+    if (!AddWithDependents(*mState, std::string(table), tables))
+        return RunPlain(*mState, "DELETE FROM " + QuotedName(table));
+    const WithoutReferences emptying(mState->database);
+    AsOne(*mState, [&] {
+        for (const std::string& each : tables)
+            RunPlain(*mState, "DELETE FROM " + QuotedName(each));
+    });
 }
 
 void Connection::BeginTrans() {

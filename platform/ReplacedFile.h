@@ -28,6 +28,8 @@ public:
     /// Adds to the file, through a buffer. Raises error 61 where the disk is full.
     void Write(std::string_view bytes);
 
+    /// Where it will stand.
+    const std::string& Path() const { return mTarget; }
     /// Where the file grows: for libraries that write to a name. What they write and what Write does are
     /// not to be mixed.
     const std::string& TemporaryPath() const { return mTemporary; }

@@ -307,7 +307,9 @@ private:
                 html += "</th>";
             }
             html.append("<td").append(ClassAttribute(column.object->alignment));
-            html.append(StyleAttribute(mStyles[column.place])).append(">");
+            if (!mTexts[column.place].empty())
+                html += StyleAttribute(mStyles[column.place]);
+            html += ">";
             AppendHTML(html, mTexts[column.place]);
             html += mShown.IsLabelled() ? "</td></tr>\n" : "</td>";
         }

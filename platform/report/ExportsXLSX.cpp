@@ -54,6 +54,7 @@ class Workbook {
 public:
     Workbook(const ReplacedFile& file, const std::string& title, std::size_t sheetRows)
         : mPath(file.TemporaryPath()),
+          mTarget(file.Path()),
           mFolder(FolderOf(mPath)),
           mTitle(WorkbookText(title)),
           mSheetRows(sheetRows) {
@@ -74,7 +75,7 @@ public:
     void BeginSheet(const ExportTable& table) {
         mSheet = workbook_add_worksheet(mBook.get(), mNames.Next(table.Title()).c_str());
         if (mSheet == nullptr)
-            RaiseSystem(errno == 0 ? ENOSPC : errno, mPath);
+            RaiseSystem(errno == 0 ? ENOSPC : errno, mTarget);
         ++mSheetCount;
         mRow = 0;
         lxw_col_t column = 0;
@@ -110,7 +111,7 @@ public:
     void Close() {
         errno = 0;
         if (workbook_close(mBook.release()) != LXW_NO_ERROR)
-            RaiseSystem(errno == 0 ? ENOSPC : errno, mPath);
+            RaiseSystem(errno == 0 ? ENOSPC : errno, mTarget);
         for (int number = 1; number <= mSheetCount; ++number)
             Check("xl/worksheets/sheet" + std::to_string(number) + ".xml");
     }
@@ -134,7 +135,7 @@ private:
     void Look() {
         errno = 0;
         if (std::fflush(mSheet->optimize_tmpfile) != 0 || std::ferror(mSheet->optimize_tmpfile) != 0)
-            RaiseSystem(errno == 0 ? ENOSPC : errno, mPath);
+            RaiseSystem(errno == 0 ? ENOSPC : errno, mTarget);
     }
 
     /// Reads a sheet of the finished workbook, whose checksum is compared on the way, up to its end.
@@ -159,10 +160,12 @@ private:
                 tail.erase(0, tail.size() - kSheetEnd.size());
         }
         if (count < 0 || tail != kSheetEnd)
-            RaiseSystem(ENOSPC, mPath);
+            RaiseSystem(ENOSPC, mTarget);
     }
 
     std::string mPath;
+    /// The name that the user knows it by.
+    std::string mTarget;
     std::string mFolder;
     std::string mTitle;
     std::size_t mSheetRows;

@@ -1,0 +1,416 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Machines deleted, removed with their files, and marked for personal information: over a main window
+// without widgets, and at the end over the real one.
+#include "browser/ListView.h"
+#include "browser/MachineMaintenance.h"
+#include "browser/TreeModel.h"
+#include "core/Globals.h"
+#include "import/Schema.h"
+#include "tests/browser/InventorySample.h"
+#include "tests/browser/MainWindowTest.h"
+#include "tests/support/FakeForm.h"
+
+#include <filesystem>
+
+namespace {
+
+constexpr int kDestroys = 4 + 16 + 256;
+constexpr int kAsks = 4 + 32 + 256;
+constexpr int kTells = 32;
+
+using Strings = std::vector<std::string>;
+
+class MaintenanceTest : public testing::Test {
+protected:
+    MaintenanceTest() {
+        const std::string path = folder.Path("Demodb.mdb");
+        CreateDatabase(path);
+        gConnection = std::make_shared<ADODB::Connection>();
+        gConnection->ConnectionString("DBQ=" + path + ";USR=Admin;");
+        gConnection->Open();
+        RunSQL(*gConnection, kInventorySample);
+        RunSQL(*gConnection, "INSERT INTO Net (COMPUTERNAME) VALUES ('PC3'), ('O''Hara')");
+        folder.WriteFile("INF/readme.txt", "");
+        gImportDir = folder.Path("INF");
+    }
+    ~MaintenanceTest() override {
+        gRecordset.reset();
+        gConnection.reset();
+        gImportDir.clear();
+    }
+
+    static std::string Machines() {
+        std::string names;
+        ADODB::Recordset rows;
+        for (rows.Open("SELECT * FROM Net", gConnection); !rows.EndOfFile(); rows.MoveNext())
+            names += std::string(rows.Fields().Item(std::size_t{0}).Text()) + " ";
+        return names;
+    }
+    /// Rows of the tables that hang on machines.
+    static int DependentRows() {
+        int count = 0;
+        for (const TableDefinition& table : InventoryTables()) {
+            ADODB::Recordset rows;
+            rows.Open(table.name, gConnection);
+            count += table.parent == Parent::None ? 0 : rows.RecordCount();
+        }
+        return count;
+    }
+    void WriteFiles(const Strings& names) const {
+        for (const std::string& name : names)
+            folder.WriteFile("INF/" + name, "content");
+    }
+    /// The inventory folder's files, in order; empty ones in brackets.
+    std::string Files() const {
+        Strings names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path("INF"))) {
+            const std::string name = entry.path().filename();
+            if (name != "readme.txt")
+                names.push_back(entry.file_size() == 0 ? "(" + name + ")" : name);
+        }
+        std::sort(names.begin(), names.end());
+        std::string text;
+        for (const std::string& name : names)
+            text += name + " ";
+        return text;
+    }
+    void Select(const Strings& names) {
+        form.rows = names;
+        form.selected.resize(names.size());
+        for (std::size_t i = 0; i < names.size(); ++i)
+            form.selected[i] = i;
+    }
+    bool WasRefreshed() { return std::exchange(form.told, "").ends_with("refresh\n"); }
+
+    TemporaryFolder folder;
+    QueuedPrompts prompts;
+    FakeForm form;
+    MachineMaintenance maintenance{form, prompts};
+};
+
+TEST_F(MaintenanceTest, EachCommandReadsTheNodeItsOwnWay) {
+    using Command = void (*)(MachineMaintenance&);
+    const Command erase = [](MachineMaintenance& on) { on.mnuFileDelete(); };
+    const Command remove = [](MachineMaintenance& on) { on.mnuFileRemoveComp(); };
+    const auto one = [](const std::string& name) {
+        return Box("Delete Selected Machine?",
+                   "You are about to DELETE Machine " + name + " from the database! Continue?", kDestroys);
+    };
+    const auto oneWhole = [](const std::string& name) {
+        return Box(
+            "Remove Selected Machine Completely?",
+            "You are about to REMOVE Machine " + name + " Completely! Are you sure you want to continue?",
+            kDestroys);
+    };
+    const Question all = Box("Delete MACHINES!!",
+                             "Are you sure you want to DELETE ALL MACHINES from the database?", kDestroys);
+    const Question allWhole =
+        Box("Remove MACHINES Completely!",
+            "Are you sure you want to REMOVE ALL MACHINES COMPLETELY? This is not reversible!", kDestroys);
+    const Question some = Box("Delete Selected Machines?",
+                              "You are about to DELETE the selected machines! Continue?", kDestroys);
+    const Question someWhole =
+        Box("Remove Selected Machines Completely?",
+            "You are about to DELETE all the Selected Machines COMPLETELY ! This is not reversable are you "
+            "sure you want to continue?",
+            kDestroys);
+    const struct {
+        Command command;
+        const char* node;
+        bool isSelected;
+        Question question;
+    } cases[] = {
+        {erase, "PC1?MAIN", false, one("PC1")},
+        {erase, "PC1?DEVNET", true, one("PC1")},
+        {erase, "ALL", false, all},
+        {erase, "MAIN", true, some},
+        {erase, "ALL?CPU", true, some},
+        {erase, "ALL?MAIN", false, all},
+        {remove, "PC1?MAIN", true, oneWhole("PC1")},
+        {remove, "PC1?CPU", false, oneWhole("PC1?CPU")},
+        {remove, "ALL?CPU", true, oneWhole("ALL?CPU")},
+        {remove, "ALL", true, someWhole},
+        {remove, "MAIN", false, allWhole},
+    };
+    WriteFiles({"PC1.ORG"});
+    for (const auto& c : cases) {
+        form.node = c.node;
+        Select(c.isSelected ? Strings{"PC1"} : Strings{});
+        prompts.Expect(c.question, MsgBoxAnswer::No);
+        c.command(maintenance);
+    }
+    EXPECT_EQ(form.told, "") << "nothing happens on No, nor where the box is closed";
+    EXPECT_EQ(Machines(), "PC1 PC2 PC3 O'Hara ");
+    EXPECT_EQ(Files(), "PC1.ORG ");
+}
+
+TEST_F(MaintenanceTest, DeletesOneMachineWithItsRowsAndKeepsItsFiles) {
+    WriteFiles({"PC1.ORG"});
+    const int before = DependentRows();
+    form.node = "PC1?CPU";
+    prompts.Expect(
+        Box("Delete Selected Machine?", "You are about to DELETE Machine PC1 from the database! Continue?"),
+        MsgBoxAnswer::Yes);
+    maintenance.mnuFileDelete();
+    EXPECT_EQ(Machines(), "PC2 PC3 O'Hara ");
+    EXPECT_LT(DependentRows(), before);
+    ADODB::Recordset rows;
+    rows.Open("SELECT * FROM DeviceNetwork", gConnection);
+    EXPECT_EQ(rows.RecordCount(), 1) << "that of the other machine";
+    EXPECT_EQ(Files(), "PC1.ORG ");
+    EXPECT_TRUE(WasRefreshed());
+}
+
+TEST_F(MaintenanceTest, AFailureKeepsWhatIsDeletedByThen) {
+    form.node = "ALL";
+    Select({"PC1", "PC1", "PC2", "PC1", "O'Hara", "PC3"});
+    prompts.Expect(
+        Box("Delete Selected Machines?", "You are about to DELETE the selected machines! Continue?"),
+        MsgBoxAnswer::Yes);
+    prompts.Expect(
+        Box("Error #-1", "Syntax error in query: an apostrophe or a NUL in the name \"O'Hara\"", 16));
+    maintenance.mnuFileDelete();
+    EXPECT_EQ(Machines(), "PC3 O'Hara ");
+    EXPECT_EQ(form.told, "hourglass\narrow\n") << "without a refresh";
+}
+
+TEST_F(MaintenanceTest, AllMachinesGoTogetherOrStay) {
+    const int before = DependentRows();
+    const Question question =
+        Box("Delete MACHINES!!", "Are you sure you want to DELETE ALL MACHINES from the database?");
+    RunSQL(*gConnection,
+           "CREATE TRIGGER Locked BEFORE DELETE ON Net WHEN old.COMPUTERNAME = 'PC3' "
+           "BEGIN SELECT RAISE(ABORT, 'locked'); END");
+    form.node = "MAIN";
+    prompts.Expect(question, MsgBoxAnswer::Yes);
+    prompts.Expect(Box("Error #-1", "locked", 16));
+    maintenance.mnuFileDelete();
+    EXPECT_EQ(DependentRows(), before);
+    EXPECT_FALSE(WasRefreshed());
+
+    RunSQL(*gConnection, "DROP TRIGGER Locked");
+    prompts.Expect(question, MsgBoxAnswer::Yes);
+    maintenance.mnuFileDelete();
+    EXPECT_EQ(Machines(), "");
+    EXPECT_EQ(DependentRows(), 0);
+    ADODB::Recordset version;
+    version.Open("Version", gConnection);
+    EXPECT_EQ(version.RecordCount(), 1);
+    EXPECT_TRUE(WasRefreshed());
+}
+
+TEST_F(MaintenanceTest, RemovesAMachinesFilesHoweverTheyAreWritten) {
+    WriteFiles({"PC1.ORG", "pc1.org", "Pc1.inf", "PC10.ORG", "PC1.TXT", "PC2.ORG"});
+    form.node = "PC1?MAIN";
+    const auto remove = [this](const std::string& name) {
+        prompts.Expect(
+            Box("Remove Selected Machine Completely?", "You are about to REMOVE Machine " + name +
+                                                           " Completely! Are you sure you want to continue?"),
+            MsgBoxAnswer::Yes);
+        maintenance.mnuFileRemoveComp();
+        EXPECT_TRUE(WasRefreshed());
+    };
+    remove("PC1");
+    EXPECT_EQ(Machines(), "PC2 PC3 O'Hara ");
+    EXPECT_EQ(Files(), "PC1.TXT PC10.ORG PC2.ORG ");
+    form.node = "PC2?CPU";
+    remove("PC2?CPU");
+    EXPECT_EQ(Machines(), "PC2 PC3 O'Hara ") << "a category's node is no machine";
+    EXPECT_EQ(Files(), "PC1.TXT PC10.ORG PC2.ORG ");
+    gImportDir.clear();
+    form.node = "PC2?MAIN";
+    remove("PC2");
+    EXPECT_EQ(Machines(), "PC3 O'Hara ");
+    EXPECT_EQ(Files(), "PC1.TXT PC10.ORG PC2.ORG ") << "without a folder there are no files";
+}
+
+TEST_F(MaintenanceTest, ANameNeverLeadsOutOfTheFolder) {
+    folder.WriteFile("PC1.ORG", "content");
+    folder.WriteFile("INF/sub/PC1.ORG", "content");
+    WriteFiles({".ORG", "..ORG", "...ORG"});
+    form.node = "ALL";
+    Select({"../PC1", "sub/PC1", "sub\\PC1", ".", "..", ""});
+    prompts.Expect(Box("Remove Selected Machines Completely?",
+                       "You are about to DELETE all the Selected Machines COMPLETELY ! This is not "
+                       "reversable are you sure you want to continue?"),
+                   MsgBoxAnswer::Yes);
+    maintenance.mnuFileRemoveComp();
+    prompts.Expect(Box("Marked Ok", "Machines marked successfully !"));
+    maintenance.mnuPopPersonal(0);
+    EXPECT_TRUE(folder.Exists("PC1.ORG"));
+    EXPECT_FALSE(folder.Exists("PC1.pnf"));
+    EXPECT_TRUE(folder.Exists("INF/sub/PC1.ORG"));
+    EXPECT_FALSE(folder.Exists("INF/sub/PC1.pnf"));
+    std::filesystem::remove_all(folder.Path("INF/sub"));
+    EXPECT_EQ(Files(), "...ORG ..ORG .ORG ");
+}
+
+TEST_F(MaintenanceTest, RemovingAllTakesEveryInventoryFile) {
+    WriteFiles({"PC1.ORG", "pc1.org", "gone.INF", "x.Pnf", "PC1.TXT", "ORG"});
+    folder.WriteFile("INF/full.org/file", "a folder is no inventory file");
+    form.node = "ALL";
+    prompts.Expect(Box("Remove MACHINES Completely!",
+                       "Are you sure you want to REMOVE ALL MACHINES COMPLETELY? This is not reversible!"),
+                   MsgBoxAnswer::Yes);
+    maintenance.mnuFileRemoveComp();
+    EXPECT_EQ(Machines(), "");
+    EXPECT_TRUE(folder.Exists("INF/full.org/file"));
+    std::filesystem::remove_all(folder.Path("INF/full.org"));
+    EXPECT_EQ(Files(), "ORG PC1.TXT ");
+    EXPECT_TRUE(WasRefreshed());
+}
+
+TEST_F(MaintenanceTest, MarksWithAnEmptyFileAndUnmarksByTakingItAway) {
+    WriteFiles({"PC1.PNF", "pc1.Pnf", "PC2.PNF"});
+    form.node = "PC1?CPU";
+    for (int time = 0; time < 2; ++time) {
+        prompts.Expect(Box("Machine Marked",
+                           "Next time machine 'PC1' starts up, it will be asked to enter personal detail.",
+                           kTells));
+        maintenance.mnuPopPersonal(0);
+        EXPECT_EQ(Files(), "(PC1.pnf) PC2.PNF ") << "one empty file, however often";
+        EXPECT_TRUE(WasRefreshed());
+    }
+    for (int time = 0; time < 2; ++time) {
+        prompts.Expect(Box("Machine Unmarked",
+                           "Machine 'PC1' was successfully Unmarked for personal information retrieval.",
+                           kTells));
+        maintenance.mnuPopPersonal(1);
+        EXPECT_EQ(Files(), "PC2.PNF ");
+    }
+    form.node = "ALL?CPU";
+    Select({"PC3", "PC3", "O'Hara"});
+    prompts.Expect(Box("Marked Ok", "Machines marked successfully !", kTells));
+    maintenance.mnuPopPersonal(0);
+    EXPECT_EQ(Files(), "(O'Hara.pnf) (PC3.pnf) PC2.PNF ");
+    prompts.Expect(Box("Unmarked Ok", "Machines unmarked successfully !", kTells));
+    maintenance.mnuPopPersonal(1);
+    EXPECT_EQ(Files(), "PC2.PNF ");
+}
+
+TEST_F(MaintenanceTest, MarksAllMachinesOfTheDatabase) {
+    RunSQL(*gConnection, "INSERT INTO Net (COMPUTERNAME) VALUES ('a/b')");
+    WriteFiles({"other.PNF"});
+    form.node = "MAIN";
+    const Question mark = Box(
+        "Mark All?", "Are you sure your want to mark all machines to retrieve personal information?", kAsks);
+    const Question unmark =
+        Box("Unmark All?",
+            "Are you sure your want to unmark all machines for personal information retrieval?", kAsks);
+    prompts.Expect(mark, MsgBoxAnswer::No);
+    maintenance.mnuPopPersonal(0);
+    prompts.Expect(unmark, MsgBoxAnswer::No);
+    maintenance.mnuPopPersonal(1);
+    EXPECT_EQ(form.told, "");
+    prompts.Expect(mark, MsgBoxAnswer::Yes);
+    prompts.Expect(Box("All Marked", "All machines are marked for personal information retrieval!", kTells));
+    maintenance.mnuPopPersonal(0);
+    EXPECT_EQ(Files(), "(O'Hara.pnf) (PC1.pnf) (PC2.pnf) (PC3.pnf) other.PNF ");
+    prompts.Expect(unmark, MsgBoxAnswer::Yes);
+    prompts.Expect(
+        Box("All Unmarked", "All machines are unmarked for personal information retrieval!", kTells));
+    maintenance.mnuPopPersonal(1);
+    EXPECT_EQ(Files(), "other.PNF ");
+    EXPECT_TRUE(WasRefreshed());
+}
+
+TEST_F(MaintenanceTest, MarkingWithoutAFolderOffersTheOptions) {
+    gImportDir.clear();
+    form.node = "PC1?MAIN";
+    const Question question = Box(
+        "Start Options", "You haven't specified the INF directory path. Start the Options Dialog?", 4 + 32);
+    prompts.Expect(question, MsgBoxAnswer::No);
+    maintenance.mnuPopPersonal(0);
+    EXPECT_EQ(form.told, "");
+    prompts.Expect(question, MsgBoxAnswer::Yes);
+    maintenance.mnuPopPersonal(1);
+    EXPECT_EQ(form.told, "options\n");
+}
+
+TEST_F(MaintenanceTest, WithoutANodeNothingIsTouched) {
+    for (int command = 0; command < 3; ++command)
+        prompts.Expect(Box("Error #91", "There is no object here", 16));
+    maintenance.mnuFileDelete();
+    maintenance.mnuFileRemoveComp();
+    maintenance.mnuPopPersonal(0);
+    EXPECT_EQ(Machines(), "PC1 PC2 PC3 O'Hara ");
+}
+
+class MachineCommandsTest : public MainWindowTest {
+protected:
+    void Open() {
+        MakeDatabase({{"PC1", "20240315", "08:00:00"}, {"PC2", "20240101", "09:00:00"}});
+        LoadAndShow();
+        gImportDir = folder.Path("INF");
+        folder.WriteFile("INF/PC1.ORG", "");
+    }
+};
+
+TEST_F(MachineCommandsTest, ReachTheirHandlersFromEveryMenu) {
+    Open();
+    Click("PC1?MAIN");
+    const char* const erase = "You are about to DELETE Machine PC1 from the database! Continue?";
+    const char* const remove =
+        "You are about to REMOVE Machine PC1 Completely! Are you sure you want to continue?";
+    const struct {
+        const char* item;
+        const char* title;
+        const char* text;
+    } cases[] = {
+        {"mnuFileDelete", "Delete Selected Machine?", erase},
+        {"mnuPopDelete", "Delete Selected Machine?", erase},
+        {"Delete", "Delete Selected Machine?", erase},
+        {"mnuFileRemoveComp", "Remove Selected Machine Completely?", remove},
+        {"mnuRemove", "Remove Selected Machine Completely?", remove},
+    };
+    for (const auto& c : cases) {
+        prompts.Expect(Box(c.title, c.text), MsgBoxAnswer::No);
+        // A key or a menu runs an item only while it is enabled; the toolbar's is the list's.
+        Action(c.item).setEnabled(true);
+        Action(c.item).trigger();
+    }
+    prompts.Expect(SaveFile("Please enter export filename"));
+    Action("mnuPopFullExport").trigger();
+    EXPECT_EQ(prompts.FileDialogs().back().folder, folder.Path());
+    prompts.Expect(SaveFile("Please enter export filename"));
+    Action("mnuPopTxtlExport").trigger();
+    EXPECT_EQ(prompts.FileDialogs().back().filter, "Export File (*.txt)|*.txt");
+}
+
+TEST_F(MachineCommandsTest, TheListsMenuActsOnItsSelectedMachines) {
+    Open();
+    Click("ALL");
+    QAbstractItemView& view = List().CurrentView();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      view.visualRect(view.model()->index(1, 0)).center());
+    prompts.Expect(Box("Marked Ok", "Machines marked successfully !"));
+    Action("mnuPopRPersonal").trigger();
+    EXPECT_TRUE(folder.Exists("INF/PC2.pnf"));
+    Click("ALL");
+    EXPECT_EQ(Rows(), (std::vector<std::string>{"PC1|20240315|08:00:00|", "PC2|20240101|09:00:00|Marked"}));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      view.visualRect(view.model()->index(1, 0)).center());
+    prompts.Expect(SaveFile("Please enter export filename"), folder.Path("list.csv"));
+    prompts.Expect(Box("Export", "Exported Ok!"));
+    Action("mnuPopRExport").trigger();
+    EXPECT_EQ(folder.ReadFile("list.csv"),
+              "\"User Name\",\"Logon Date\",\"Logon Time\",\"Retrieve Personal Info\"\r\n"
+              "\"PC2\",\"20240101\",\"09:00:00\",\"Marked\"\r\n");
+    prompts.Expect(Box("Unmarked Ok", "Machines unmarked successfully !"));
+    Action("mnuPopRUnPersonal").trigger();
+    EXPECT_FALSE(folder.Exists("INF/PC2.pnf"));
+    Click("ALL");
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      view.visualRect(view.model()->index(0, 0)).center());
+    prompts.Expect(Box("Remove Selected Machines Completely?",
+                       "You are about to DELETE all the Selected Machines COMPLETELY ! This is not "
+                       "reversable are you sure you want to continue?"),
+                   MsgBoxAnswer::Yes);
+    Action("mnuPopRRemove").trigger();
+    EXPECT_FALSE(folder.Exists("INF/PC1.ORG"));
+    EXPECT_FALSE(Tree().Find("PC1?MAIN").isValid());
+    EXPECT_TRUE(Tree().Find("PC2?MAIN").isValid());
+    EXPECT_EQ(List().Items().Rows(), 0U) << "a refresh empties the list";
+}
+
+} // namespace

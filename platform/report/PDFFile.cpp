@@ -78,10 +78,9 @@ bool WritePDF(const std::string& path, const PaintedPages& pages) {
                 painter.begin(&writer);
             else
                 writer.newPage();
-            painter.save();
-            painter.scale(writer.resolution() / kPointsPerInch, writer.resolution() / kPointsPerInch);
+            const double scale = writer.resolution() / kPointsPerInch;
+            painter.setTransform(QTransform::fromScale(scale, scale));
             pages.paint(pages.first + i, painter);
-            painter.restore();
             target.RaiseFailure();
         }
         painter.end();

@@ -66,6 +66,7 @@ void PageView::PageCount(std::size_t count, bool isComplete) {
         mStore.Forget(mStack.count - 1);
     const std::size_t before = mStack.count;
     mStack.count = count;
+    ChooseFirstZoom();
     Arrange();
     if (before == 0)
         GoTo(mCurrent);
@@ -86,6 +87,17 @@ double PageView::FittingZoom() const {
     if (mFit == Fit::Page)
         zoom = std::min(zoom, (viewport()->height() - gaps) / (mFormat.height * pixels));
     return std::clamp(zoom, kLeastZoom, kMostZoom);
+}
+
+void PageView::ChooseFirstZoom() {
+    if (mIsZoomChosen)
+        return;
+    mFit = Fit::Width;
+    const double fitting = FittingZoom();
+    if (fitting >= kPercent)
+        mFit = Fit::None;
+    mZoom = std::min(fitting, kPercent);
+    emit ZoomChanged();
 }
 
 void PageView::Arrange() {
@@ -175,6 +187,7 @@ void PageView::scrollContentsBy(int dx, int dy) {
 
 void PageView::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
+    ChooseFirstZoom();
     if (mFit != Fit::None)
         ZoomAbout(FittingZoom(), {});
     else
@@ -188,11 +201,13 @@ void PageView::changeEvent(QEvent* event) {
 }
 
 void PageView::Zoom(double percent) {
+    mIsZoomChosen = true;
     mFit = Fit::None;
     ZoomAbout(std::clamp(percent, kLeastZoom, kMostZoom), QRectF(viewport()->rect()).center());
 }
 
 void PageView::ZoomToFit(Fit fit) {
+    mIsZoomChosen = true;
     mFit = fit;
     const std::size_t page = mCurrent;
     ZoomAbout(fit == Fit::None ? mZoom : FittingZoom(), {});

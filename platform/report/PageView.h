@@ -30,7 +30,8 @@ public:
     /// Shows pages of `format` from `build`, none until PageCount says how many there are. The page on show
     /// and the zoom stay.
     void Show(const PageFormat& format, BuildPage build);
-    /// How many pages there are; with what was the last one made anew, and all where `isComplete`.
+    /// How many pages there are. The one that was the last is made anew, and all are where `isComplete`.
+    /// Until somebody chooses a zoom it is 100 %, or what fits the width where that is less.
     void PageCount(std::size_t count, bool isComplete);
     std::size_t PageCount() const { return mStack.count; }
     /// From 0.
@@ -82,6 +83,7 @@ private:
     /// Pixels of a point of the paper.
     double Scale() const;
     double FittingZoom() const;
+    void ChooseFirstZoom();
     /// Takes the zoom `percent`, with what is at `anchor`, in the viewport, staying there.
     void ZoomAbout(double percent, const QPointF& anchor);
     void Arrange();
@@ -101,6 +103,7 @@ private:
     PageStack mStack;
     double mZoom = 100;
     Fit mFit = Fit::None;
+    bool mIsZoomChosen = false;
     std::size_t mCurrent = 0;
     /// Pixels to a step of the scroll bar: more than one where the stack is higher than it counts.
     std::int64_t mUnit = 1;

@@ -44,11 +44,9 @@ void PrintOn(QPrinter& printer, const PaintedPages& pages) {
         }
         if (!(i == 0 ? painter.begin(&printer) : printer.newPage()))
             raiseFailure();
-        painter.save();
         const double scale = printer.resolution() / kPointsPerInch;
-        painter.scale(scale, scale);
+        painter.setTransform(QTransform::fromScale(scale, scale));
         pages.paint(pages.first + i, painter);
-        painter.restore();
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error)
         raiseFailure();

@@ -194,6 +194,7 @@ void Viewer::Implementation::MakeToolBar() {
     pageCount = new QLabel(toolBar);
     pageCount->setObjectName(QStringLiteral("lblPageCount"));
     auto* const pageField = new QWidget(toolBar);
+    pageField->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     auto* const inField = new QHBoxLayout(pageField);
     inField->setContentsMargins(4, 0, 4, 0);
     inField->addWidget(pageNumber);

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How far a layout has come: the pages begun, the rows placed, the groups met. Internal to the layout.
+//
+// A page is kept as the place where it begins: a row, and a strip of what that row brings. All else about it
+// follows from there.
+#pragma once
+
+#include "platform/report/GroupIndex.h"
+#include "platform/report/Layout.h"
+#include "platform/report/PageBreaks.h"
+#include "platform/report/PageWriter.h"
+#include "platform/report/RowOrder.h"
+
+#include <unordered_map>
+
+namespace report {
+
+struct Layout::Implementation {
+    struct PageStart {
+        std::uint32_t row = 0;
+        std::uint32_t strip = 0;
+    };
+
+    Implementation(const Report& source, const PageFormat& paper, const TextMeasure& measure);
+
+    bool Work(std::chrono::milliseconds slice);
+    Page BuildPage(std::size_t number) const;
+    std::size_t PageCount() const;
+
+    const Report& report;
+    PageFormat format;
+    TextFitter fitter;
+    ReportPlan plan;
+    std::string printDate;
+    bool isComplete = false;
+
+private:
+    /// Looks ahead over the rows of groups that are to stay on one page.
+    struct Ahead {
+        bool isLooking = false;
+        std::size_t row = 0;
+        std::size_t begins = 0;
+        double height = 0;
+        Row current;
+        Row next;
+        /// By level from the outermost that begins: the group's height, once its end is met.
+        std::vector<double> heights;
+    };
+
+    // Heights of what stands on each page.
+    double HeightOf(const SectionPlan& section, const Row& row) const;
+    double BodyHeight(std::size_t page, const Row& row) const;
+    double RepeatedHeight(std::size_t levels, double body, const std::vector<double>& headers) const;
+
+    // Placing rows, in the order of the calls.
+    bool PlaceNext();
+    bool LoadRows();
+    bool WantsToLookAhead() const;
+    void BeginLookingAhead();
+    bool LookAhead();
+    bool KeepsOnNewPage() const;
+    void PlaceRow();
+    void PlaceStrips(std::size_t begin, std::size_t end);
+    void Divide(std::size_t begin, std::size_t end, double page);
+    void Take(std::size_t begin, std::size_t end);
+    void NewPage(std::size_t strip);
+    double NewPageRoom(std::size_t strip) const;
+    void CountCharts();
+
+    // Building pages.
+    void WriteRepeatedHeaders(PageWriter& writer, std::size_t page, const Row& first) const;
+    void WriteRows(PageWriter& writer, PageStart from, PageStart until) const;
+    std::size_t NextWithBands(std::size_t row) const;
+    RowPlace PlaceOf(std::size_t row, const Row& values) const;
+    Totals TotalsOf(GroupIndex::Place place) const;
+    Totals TotalsOfReport() const;
+
+    /// Whether the report's header stands above the first page's own, or goes before the first row.
+    bool mHeaderStandsOnTop = true;
+    std::vector<PageStart> mPages;
+    /// Heights of the page under work: what is left for rows, and what they have taken.
+    double mRoom = 0;
+    double mUsed = 0;
+    bool mHasRows = false;
+
+    /// The next row to place, its values and those of the row behind it.
+    std::size_t mRow = 0;
+    std::size_t mBegins = 0;
+    Row mValues;
+    Row mNext;
+    bool mHasValues = false;
+    bool mIsReady = false;
+    bool mHasPlacedLast = false;
+    RowPlace mPlace;
+    RowStrips mStrips;
+    /// The page on which the present row begins.
+    std::size_t mRowPage = 0;
+    std::vector<double> mHeaderHeights;
+    Ahead mAhead;
+    bool mHasLookedAhead = false;
+
+    GroupIndex mGroups;
+    std::vector<double> mNumbers;
+    std::vector<double> mSums;
+    struct Tally {
+        ValueIndex values;
+        std::vector<std::pair<std::string, std::size_t>> slices;
+    };
+    std::vector<Tally> mTallies;
+
+    friend class Layout;
+};
+
+} // namespace report

@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/report_viewer/ViewerTest.h"
+
+#include "tests/report_viewer/PagesForTests.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDoubleSpinBox>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QTreeView>
+#include <QWheelEvent>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST_F(ViewerTest, ReadsBetweenEventsAndShowsTheFirstPageEarly) {
+    FillPrograms(20'000);
+    View(Programs(kByMachine));
+    EXPECT_TRUE(viewer->IsBusy()) << "more than a slice's work";
+    EXPECT_THAT(Status(), HasSubstr("Reading"));
+    EXPECT_TRUE(Find<QProgressBar>("pgbWork")->isVisibleTo(viewer.get()));
+    EXPECT_EQ(Find<QLineEdit>("txtPage")->text(), "1");
+    EXPECT_TRUE(Find<QLabel>("lblPageCount")->text().endsWith(QChar(0x2026))) << "more pages are to come";
+    Finish();
+    EXPECT_THAT(Status(), testing::MatchesRegex("[0-9]+ pages"));
+    EXPECT_FALSE(Find<QProgressBar>("pgbWork")->isVisibleTo(viewer.get()));
+    EXPECT_FALSE(viewer->IsBusy());
+}
+
+TEST_F(ViewerTest, WorksOnByItselfWhenTheOwnerLeavesOffAsking) {
+    FillPrograms(3000);
+    View(Programs(kByMachine));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Status().find("pages") != std::string::npos; }));
+    EXPECT_FALSE(viewer->IsBusy());
+}
+
+TEST_F(ViewerTest, KeysTurnPages) {
+    Show(3000);
+    const int last = PageCount();
+    ASSERT_GT(last, 20);
+    const struct {
+        const char* why;
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        int page;
+    } steps[] = {
+        {"the report's end", Qt::Key_End, Qt::ControlModifier, last},
+        {"no page behind it", Qt::Key_PageDown, Qt::ControlModifier, last},
+        {"back by one", Qt::Key_PageUp, Qt::ControlModifier, last - 1},
+        {"the page's end is still the page", Qt::Key_End, Qt::NoModifier, last - 1},
+        {"and its beginning", Qt::Key_Home, Qt::NoModifier, last - 1},
+        {"the report's beginning", Qt::Key_Home, Qt::ControlModifier, 1},
+        {"a page does not fit, so this scrolls within it", Qt::Key_PageDown, Qt::NoModifier, 1},
+    };
+    for (const auto& step : steps) {
+        QTest::keyClick(Pages(), step.key, step.modifiers);
+        EXPECT_EQ(PageNumber(), step.page) << step.why;
+    }
+    Press("actFirst");
+    Find<QComboBox>("cmbZoom")->setEditText("fit p");
+    QTest::keyClick(Find<QComboBox>("cmbZoom")->lineEdit(), Qt::Key_Return);
+    QTest::keyClick(Pages(), Qt::Key_PageDown);
+    QTest::keyClick(Pages(), Qt::Key_PageDown);
+    EXPECT_EQ(PageNumber(), 3) << "whole pages are turned one by one";
+
+    auto* const field = Find<QLineEdit>("txtPage");
+    field->setText("17");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(PageNumber(), 17);
+    field->setText("99999");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(PageNumber(), last) << "the nearest there is";
+    field->setText("x");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(PageNumber(), last);
+    EXPECT_FALSE(Find<QAction>("actNext")->isEnabled());
+    Pages()->verticalScrollBar()->setValue(0);
+    EXPECT_EQ(PageNumber(), 1) << "the number follows the scroll bar";
+}
+
+TEST_F(ViewerTest, ZoomsByKeysWheelAndFit) {
+    Show(200);
+    QTest::keyClick(Pages(), Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(Pages()->Zoom(), 100);
+    QTest::keyClick(Pages(), Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(Pages()->Zoom(), 125);
+    QTest::keyClick(Pages(), Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(Pages()->Zoom(), 100);
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(Pages(), Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(Pages()->Zoom(), 400);
+    EXPECT_FALSE(Find<QAction>("actZoomIn")->isEnabled());
+
+    // What is under the pointer stays there.
+    Pages()->Zoom(100);
+    Pages()->verticalScrollBar()->setValue(1000);
+    const QPointF at(200, 150);
+    QWheelEvent wheel(at, Pages()->viewport()->mapToGlobal(at), {}, {0, 120}, Qt::NoButton, Qt::ControlModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(Pages()->viewport(), &wheel);
+    EXPECT_GT(Pages()->Zoom(), 110);
+    const double gaps = 12;
+    EXPECT_NEAR(Pages()->verticalScrollBar()->value() + 150 - gaps, (1150 - gaps) * Pages()->Zoom() / 100, 2);
+
+    Pages()->ZoomToFit(report::PageView::Fit::Width);
+    EXPECT_EQ(Pages()->horizontalScrollBar()->maximum(), 0);
+    const double narrow = Pages()->Zoom();
+    viewer->resize(viewer->width() + 200, viewer->height());
+    QTest::qWait(1);
+    EXPECT_GT(Pages()->Zoom(), narrow) << "what fits goes on to fit";
+}
+
+TEST_F(ViewerTest, FindsOnAndBackAndAroundTheEnd) {
+    Show(3000);
+    QTest::keyClick(Pages(), Qt::Key_F, Qt::ControlModifier);
+    auto* const text = Find<QLineEdit>("txtFind");
+    const struct {
+        const char* why;
+        const char* sought;
+        Qt::KeyboardModifiers modifiers;
+        const char* found;
+        const char* note;
+    } steps[] = {
+        {"the first behind the page's beginning", "PROGRAM 0029", Qt::NoModifier, "program 002900", ""},
+        {"the next", "", Qt::NoModifier, "program 002901", ""},
+        {"back", "", Qt::ShiftModifier, "program 002900", ""},
+        {"back around the beginning", "", Qt::ShiftModifier, "program 002999",
+         "Went on from the report's other end"},
+        {"and on around the end", "", Qt::NoModifier, "program 002900", "Went on from the report's other end"},
+        {"nowhere", "no such program", Qt::NoModifier, nullptr, "Not found"},
+        {"a single place is found again and again", "program 000007", Qt::NoModifier, "program 000007",
+         "Went on from the report's other end"},
+        {"the same", "", Qt::NoModifier, "program 000007", "Went on from the report's other end"},
+    };
+    for (const auto& step : steps) {
+        if (*step.sought != '\0')
+            text->setText(step.sought);
+        QTest::keyClick(text, Qt::Key_Return, step.modifiers);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !Find<QAction>("actStop")->isEnabled(); }));
+        EXPECT_EQ(Find<QLabel>("lblFindNote")->text().toStdString(), step.note) << step.why;
+        if (step.found != nullptr) {
+            EXPECT_THAT(RevealedText(), HasSubstr(QString(step.found).remove("program ").toStdString())) << step.why;
+        }
+    }
+    QTest::keyClick(text, Qt::Key_Escape);
+    EXPECT_FALSE(text->isVisible());
+    EXPECT_TRUE(Pages()->hasFocus());
+}
+
+TEST_F(ViewerTest, CopiesWhatIsSelected) {
+    Show(100);
+    EXPECT_FALSE(Find<QAction>("actCopy")->isEnabled());
+    QTest::keyClick(Pages(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(Pages(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("\nProgram 000001\t0\nProgram 000011\t10\n"));
+    // A pull over a place with text and beyond the page's foot takes all to the page's end.
+    QWidget* const port = Pages()->viewport();
+    QTest::mousePress(port, Qt::LeftButton, {}, {1, 1});
+    QTest::mouseMove(port, {port->width() / 2, port->height() / 2});
+    QTest::mouseRelease(port, Qt::LeftButton, {}, {port->width() / 2, port->height() / 2});
+    EXPECT_THAT(Pages()->SelectedText().toStdString(), testing::StartsWith("Programs by machine"));
+    QTest::mouseClick(port, Qt::LeftButton, {}, {5, 5});
+    EXPECT_EQ(Pages()->SelectedText(), "") << "a click alone selects nothing";
+}
+
+TEST_F(ViewerTest, GroupsJumpToTheirPages) {
+    Show(3000);
+    auto* const tree = Find<QTreeView>("GroupTree");
+    ASSERT_TRUE(tree->isVisible());
+    ASSERT_EQ(tree->model()->rowCount(), 10);
+    const QModelIndex last = tree->model()->index(9, 0);
+    EXPECT_EQ(last.data().toString(), "PC9");
+    tree->scrollTo(last);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(last).center());
+    EXPECT_GT(PageNumber(), PageCount() * 8 / 10);
+    EXPECT_THAT(TextOfPage(PageNumber()), HasSubstr("PC9"));
+    viewer->DisplayGroupTree(false);
+    EXPECT_FALSE(tree->isVisible());
+    Press("actGroupTree");
+    EXPECT_TRUE(tree->isVisible());
+}
+
+TEST_F(ViewerTest, StopsAndShowsWhatIsRead) {
+    FillPrograms(50'000);
+    View(Programs("[[detail.line]]\nobjects = [{field = \"{Programs.Program}\"}]"));
+    viewer->IsBusy();
+    QTest::keyClick(Pages(), Qt::Key_Escape);
+    Finish();
+    EXPECT_THAT(Status(), testing::StartsWith("Stopped: "));
+    EXPECT_LT(shown->RowCount(), 50'000U);
+    EXPECT_GT(shown->RowCount(), 0U);
+    EXPECT_THAT(TextOfPage(1), HasSubstr("Program 000001"));
+    QTest::keyClick(Pages(), Qt::Key_F5);
+    Finish();
+    EXPECT_EQ(shown->RowCount(), 50'000U) << "read again to its end";
+}
+
+TEST_F(ViewerTest, AFailureToReadIsTheOwnersUntilItHasLeftOff) {
+    FillPrograms(10);
+    connection->Execute("UPDATE Programs SET Program = 'x' WHERE [Size] = 5");
+    const auto broken = [this] {
+        auto made = std::make_unique<report::Report>(kProgramsHead + std::string(kByMachine), "x.rpt");
+        made->DatabaseTable(1).SetDataSource(Query("SELECT Machine, CInt(Program) AS Program, [Size] FROM Programs"));
+        return made;
+    };
+    View(broken());
+    EXPECT_THROW(while (viewer->IsBusy()) {}, RunTimeError);
+    EXPECT_FALSE(viewer->IsBusy());
+    EXPECT_THAT(Status(), HasSubstr("could not be read"));
+
+    prompts.Expect(Question{Question::Kind::Box, "Error# 13", {}, MsgBoxStyle::kCritical});
+    View(broken());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Status().find("could not be read") != std::string::npos; }));
+
+    // A database that is closed meanwhile takes nothing from what is on show.
+    Show(10);
+    connection->Close();
+    EXPECT_THAT(TextOfPage(1), HasSubstr("Program 000001"));
+    prompts.Expect(Question{Question::Kind::Box, "Error# 3704", {}, MsgBoxStyle::kCritical});
+    QTest::keyClick(Pages(), Qt::Key_F5);
+    EXPECT_THAT(TextOfPage(1), HasSubstr("Program 000001"));
+}
+
+TEST_F(ViewerTest, PrintsTheRangeOnTheReportsPrinter) {
+    Show(3000);
+    shown->SelectPrinter("driver", "Laser", "port");
+    printing.answer.firstPage = 3;
+    printing.answer.lastPage = 5;
+    QTest::keyClick(Pages(), Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(printing.askedPrinter, "Laser");
+    EXPECT_EQ(printing.askedPages, PageCount());
+    EXPECT_EQ(printing.painted, (std::vector{2, 3, 4}));
+    EXPECT_EQ(printing.title, "Programs");
+
+    printing.painted.clear();
+    printing.isCancelled = true;
+    viewer->PrintReport();
+    EXPECT_TRUE(printing.painted.empty());
+
+    printing.isCancelled = false;
+    printing.failure = RunTimeError(482, "The printer is on fire");
+    prompts.Expect(Box("Error# 482", "The printer is on fire", MsgBoxStyle::kCritical));
+    viewer->PrintReport();
+}
+
+TEST_F(ViewerTest, PrintingFinishesTheReportFirst) {
+    FillPrograms(20'000);
+    View(Programs(kByMachine));
+    viewer->IsBusy();
+    viewer->PrintReport();
+    EXPECT_EQ(shown->RowCount(), 20'000U);
+    EXPECT_EQ(static_cast<int>(printing.painted.size()), PageCount());
+}
+
+TEST_F(ViewerTest, ExportsByTheExtension) {
+    Show(300);
+    const std::string path = folder.Path("report.pdf");
+    prompts.Expect(SaveFile("Export"), path);
+    QTest::keyClick(Pages(), Qt::Key_E, Qt::ControlModifier);
+    const std::string text = PDFText(path);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\f'), PageCount());
+    EXPECT_THAT(text, HasSubstr("Program 000300"));
+
+    prompts.Expect(SaveFile("Export"), path);
+    prompts.Expect(Box("Replace?", "Replace the file report.pdf?", 4 + 16 + 256), MsgBoxAnswer::No);
+    viewer->ExportReport();
+
+    prompts.Expect(SaveFile("Export"), folder.Path("report.CSV"));
+    viewer->ExportReport();
+    EXPECT_THAT(folder.ReadFile("report.CSV"), HasSubstr("Program 000300"));
+
+    prompts.Expect(SaveFile("Export"), folder.Path("report.docx"));
+    prompts.Expect(Question{Question::Kind::Box, "Export", {}, MsgBoxStyle::kExclamation});
+    viewer->ExportReport();
+    EXPECT_FALSE(folder.Exists("report.docx"));
+
+    prompts.Expect(SaveFile("Export"), folder.Path("missing/report.pdf"));
+    prompts.Expect(Question{Question::Kind::Box, "Error# 76", {}, MsgBoxStyle::kCritical});
+    viewer->ExportReport();
+}
+
+TEST_F(ViewerTest, PageSetUpLaysTheSameRowsOutAnew) {
+    Show(3000);
+    const int portrait = PageCount();
+    QTimer::singleShot(0, [] {
+        QWidget* const dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        dialog->findChild<QDoubleSpinBox*>("spnLeft")->setValue(250);
+        EXPECT_FALSE(dialog->findChild<QPushButton*>("cmdOK")->isEnabled()) << "no room is left";
+        dialog->findChild<QDoubleSpinBox*>("spnLeft")->setValue(20);
+        dialog->findChild<QRadioButton*>("optLandscape")->click();
+        dialog->findChild<QPushButton*>("cmdOK")->click();
+    });
+    Press("actPageSetup");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Status().find("pages") == Status().size() - 5; }));
+    EXPECT_GT(PageCount(), portrait) << "shorter pages";
+    EXPECT_THAT(TextOfPage(1), HasSubstr("Program 000001"));
+}
+
+TEST_F(ViewerTest, MayGoWhileItIsBusyOrAsking) {
+    FillPrograms(20'000);
+    View(Programs(kByMachine));
+    viewer->IsBusy();
+    viewer.reset();
+    QTest::qWait(1);
+
+    MakeViewer();
+    Show(10);
+    prompts.Expect(SaveFile("Export"), folder.Path("x.pdf"), [this] { viewer.reset(); });
+    viewer->ExportReport();
+    EXPECT_FALSE(folder.Exists("x.pdf"));
+
+    MakeViewer();
+    Show(10);
+    printing.meanwhile = [this] { viewer.reset(); };
+    viewer->PrintReport();
+
+    MakeViewer();
+    Show(10);
+    QTimer::singleShot(0, [this] { viewer.reset(); });
+    Press("actPageSetup");
+    EXPECT_EQ(viewer, nullptr);
+}
+
+} // namespace

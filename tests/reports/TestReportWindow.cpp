@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QTimer>
 
 namespace {
 

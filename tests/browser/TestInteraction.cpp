@@ -232,22 +232,26 @@ TEST_F(InteractionTest, PingIsOfferedForTheSelectedNetworkCard) {
     Open("ALL?DEVNET");
     Fill({"PC1?MULTI?DEVNET?1", "PC2?MULTI?DEVNET?2"});
     auto& menu = Find<QMenu>("mnuPopupR");
+    const auto expectPing = [&](bool isThere, bool isEnabled, const char* why) {
+        EXPECT_TRUE(menu.isVisible()) << why;
+        for (const char* name : {"mnuPingPrivate", "mnuPingMarker"}) {
+            EXPECT_EQ(Action(name).isVisible(), isThere) << name << ": " << why;
+            EXPECT_EQ(isThere && IsEnabled(name), isEnabled) << name << ": " << why;
+        }
+        menu.hide();
+    };
     QTest::mouseClick(View().viewport(), Qt::RightButton, {}, PlaceOf(0));
-    EXPECT_TRUE(menu.isVisible());
-    EXPECT_TRUE(Action("mnuPingPrivate").isVisible());
-    EXPECT_TRUE(IsEnabled("mnuPingPrivate"));
-    menu.hide();
+    expectPing(true, true, "the card under the pointer is selected");
     View().clearSelection();
     View().setFocus();
     Key(Qt::Key_F10, Qt::ShiftModifier);
-    EXPECT_TRUE(menu.isVisible());
-    EXPECT_FALSE(IsEnabled("mnuPingPrivate")) << "the row has the focus but is not selected";
-    menu.hide();
-    Click("PC1?DEV");
-    Fill({"DEV_1_PC1"});
-    QTest::mouseClick(View().viewport(), Qt::RightButton, {}, PlaceOf(0));
-    EXPECT_FALSE(Action("mnuPingPrivate").isVisible()) << "among other devices there is nothing to ping";
-    menu.hide();
+    expectPing(true, false, "the row has the focus but is not selected");
+    for (const char* node : {"MAIN", "ALL", "ALL?CPU", "PC1?MAIN", "PC1?DEV"}) {
+        Click(node);
+        Fill({"PC1"});
+        QTest::mouseClick(View().viewport(), Qt::RightButton, {}, PlaceOf(0));
+        expectPing(false, false, node);
+    }
 }
 
 TEST_F(InteractionTest, PropertiesBelongToMachines) {

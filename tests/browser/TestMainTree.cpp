@@ -140,33 +140,6 @@ TEST_F(MainWindowTest, AFailedBuildSaysSoAndLeavesTheWindow) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "no hourglass is left";
 }
 
-TEST_F(MainWindowTest, ANodeAllowsWhatItsMachinesAreGoodFor) {
-    MakeDatabase(kMachines);
-    LoadAndShow();
-    struct {
-        const char* key;
-        bool forNode, forRows, deleteButton;
-        const char* why;
-    } cases[] = {
-        {"MAIN", true, true, true, "all machines, listed one by one"},
-        {"ALL", true, true, true, "as the root"},
-        {"ALL?CPU", false, true, true, "the rows are machines, the node is none"},
-        {"PC1?MAIN", true, false, false, "the node is a machine, the rows are its values"},
-        {"PC1?CPU", false, false, false, "neither"},
-    };
-    for (const auto& c : cases) {
-        Click(c.key);
-        for (const char* name : {"mnuPopPersonal(0)", "mnuPopFullExport", "mnuExport", "mnuPopDelete",
-                                 "mnuFileDelete", "mnuRemove", "mnuProperties", "Props"})
-            EXPECT_EQ(IsEnabled(name), c.forNode) << c.key << " " << name << ": " << c.why;
-        for (const char* name : {"mnuPopRPersonal", "mnuPopRImport", "mnuPopRDelete", "mnuPopRRemove"})
-            EXPECT_EQ(IsEnabled(name), c.forRows) << c.key << " " << name << ": " << c.why;
-        EXPECT_EQ(IsEnabled("Delete"), c.deleteButton) << c.key << ": the rows decide on the toolbar's";
-        for (const char* name : {"mnuPopTxtlExport", "mnuPopRExport", "mnuPopRShow", "mnuCopy"})
-            EXPECT_TRUE(IsEnabled(name)) << c.key << " " << name << ": touched by no node";
-    }
-}
-
 TEST_F(MainWindowTest, TheRightButtonOpensTheMenuOfItsPane) {
     MakeDatabase(kMachines);
     LoadAndShow();

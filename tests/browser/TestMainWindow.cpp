@@ -6,7 +6,6 @@
 #include "platform/errors.h"
 #include "tests/browser/MainWindowTest.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
@@ -140,74 +139,6 @@ TEST_F(MainWindowTest, ExitUnloadsAndThenEndsTheProcess) {
     form->OnExit([&] { wasLoadedAtTheEnd = FormRegistry::Instance().IsLoaded("frmMain"); });
     QTest::keyClick(form.get(), Qt::Key_X, Qt::ControlModifier);
     EXPECT_FALSE(wasLoadedAtTheEnd);
-}
-
-TEST_F(MainWindowTest, WithoutADatabaseOnlyOpeningAndCreatingAreLeft) {
-    prompts.Expect(Box("Error #-1",
-                       "This is either not a MOVA database or it's an incompatible database.\r\n\r\n"
-                       "If you are sure it's a MOVA database try repairing it.\r\n\r\n"
-                       "Error Description: unable to open database file"));
-    LoadAndShow();
-    EXPECT_EQ(Status(), "Incompatible database");
-    struct {
-        const char* name;
-        bool closed, open;
-    } cases[] = {
-        {"mnuSelectDatabase", true, false},
-        {"mnuNewDatabase", true, false},
-        {"mnuCloseDatabase", false, true},
-        {"mnuEdit", false, true},
-        {"MNUReport", false, true},
-        {"mnuTools", false, true},
-        {"mnuBackup", false, true},
-        {"mnuRestore", true, true},
-        {"mnuViewOptions", true, true},
-        {"mnuFileClose", true, true},
-        {"mnuViewToolbar", true, true},
-        {"Props", true, true},
-        {"Copy", false, true},
-        {"Delete", false, true},
-        {"ConfID0", false, true},
-        {"mnuPopShow", false, true},
-        {"mnuPopRExport", false, true},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(IsEnabled(c.name), c.closed) << c.name;
-    // Neither key has anything to act on; a box would fail the test.
-    QTest::keyClick(form.get(), Qt::Key_C, Qt::ControlModifier);
-    QTest::keyClick(form.get(), Qt::Key_E, Qt::ControlModifier);
-
-    form->EnableDatabaseCommands();
-    for (const auto& c : cases)
-        EXPECT_EQ(IsEnabled(c.name), c.open) << c.name;
-    prompts.Expect(Box("Export", "There's nothing to export."));
-    QTest::keyClick(form.get(), Qt::Key_E, Qt::ControlModifier);
-}
-
-TEST_F(MainWindowTest, TheToolbarsCopyDoesNothing) {
-    MakeDatabase(kTwoMachines);
-    LoadAndShow();
-    Click("ALL");
-    QClipboard& clipboard = *QGuiApplication::clipboard();
-    clipboard.setText("before");
-    Action("Copy").trigger();
-    EXPECT_EQ(clipboard.text(), "before");
-    QTest::keyClick(form.get(), Qt::Key_C, Qt::ControlModifier);
-    EXPECT_NE(clipboard.text(), "before");
-}
-
-TEST_F(MainWindowTest, NoKeyBelongsToTwoCommands) {
-    MakeDatabase({});
-    Load();
-    std::map<std::string, std::string> owners;
-    for (const QAction* action : form->findChildren<QAction*>()) {
-        const std::string key = action->shortcut().toString().toStdString();
-        if (key.empty())
-            continue;
-        const std::string name = action->objectName().toStdString();
-        EXPECT_TRUE(owners.emplace(key, name).second) << key << " is " << owners[key] << " and " << name;
-    }
-    EXPECT_EQ(owners.at("Ctrl+X"), "mnuFileClose");
 }
 
 TEST_F(MainWindowTest, AModeIsShownByMenuButtonAndListAlike) {

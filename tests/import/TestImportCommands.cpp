@@ -62,6 +62,8 @@ INSTANTIATE_TEST_SUITE_P(
                     FrameCase{"an hour stays", 2, 1, "2001-11-20 08:59:59", false},
                     FrameCase{"and ends", 2, 1, "2001-11-20 09:00:00", true},
                     FrameCase{"a day stays", 3, 1, "2001-11-21 07:59:59", false},
+                    FrameCase{"more seconds than 32 bits count: ninety years stay", 3, 32767,
+                              "2031-11-20 08:00:00", false},
                     FrameCase{"a frame of the past is none", 1, -5, "2001-11-20 08:29:59", false},
                     FrameCase{"a unit that is none", 9, 9999, "2001-11-20 08:30:00", true}));
 

@@ -11,25 +11,21 @@ namespace {
 
 // Two machines, out of alphabetical order, and a third without rows elsewhere.
 constexpr const char* kInventory = R"(
-insert into Net(COMPUTERNAME, [Logon User Name], [Logon Date]) values
-    ('PC0002', 'Ellen', '20011102'), ('PC0001', 'arno', '20011015'), ('PC0003', null, null);
+insert into Net values ('PC0002', 'Ellen', '20011102', ''), ('PC0001', 'arno', '20011015', ''),
+    ('PC0003', null, null, '');
 insert into Personal values('PC0001', 'Arno', 'Berg', 'North'), ('PC0002', 'Ellen', null, 'south');
-insert into PC(COMPUTERNAME, ConfID, [CPU DLL Description], [CPU DLL FPU], RAM, [RAM Free]) values
-    ('PC0001', 0, 'Slow', -1, 65536, 1000), ('PC0002', 0, 'Fast', 0, 131072, 2000),
-    ('PC0001', 1, 'Slow', -1, 131072, 500);
-insert into Drives(COMPUTERNAME, ConfID, Removable, CDRom) values('PC0001', 0, 1, 1), ('PC0001', 1, 1, 2);
-insert into DrivesData(COMPUTERNAME, ConfID, [Drive Root], [Drive Description], [Drive Size]) values
-    ('PC0001', 0, 'C:\', 'Fixed drive', 4000), ('PC0001', 0, 'D:\', 'Fixed drive', 2000),
-    ('PC0001', 0, 'Z:\', 'Network drive', 9000), ('PC0001', 1, 'C:\', 'Fixed drive', 6000);
-insert into MSOffice(COMPUTERNAME, ConfID, [MS Word]) values('PC0001', 0, '9.0'), ('PC0002', 0, null);
+insert into PC values ('PC0001', 0, 'Slow', -1, 65536), ('PC0002', 0, 'Fast', 0, 131072),
+    ('PC0001', 1, 'Slow', -1, 131072);
+insert into Drives values('PC0001', 0, 1, 1), ('PC0001', 1, 1, 2);
+insert into DrivesData values ('PC0001', 0, 'C:', 'Fixed drive', 4000), ('PC0001', 0, 'D:', 'Fixed drive', 2000),
+    ('PC0001', 0, 'Z:', 'Network drive', 9000), ('PC0001', 1, 'C:', 'Fixed drive', 6000);
+insert into MSOffice values('PC0001', 0, '9.0'), ('PC0002', 0, null);
 insert into UninstallData values
-    ('PC0001', 1, 'Paint', 'x'), ('PC0001', 1, 'Microsoft Office 2000', 'x'), ('PC0001', 0, 'MS Office 97', 'x');
-insert into DeviceData values
-    ('ID1', 'PC0001', 0, 'Display adapters', '00 00 00 00 ', 'Card', '19990101'),
-    ('ID2', 'PC0001', 0, 'Modem', '00 00 00 00', 'Modem', ''), ('ID3', 'PC0002', 0, 'Modem', 'STOPED      ', 'M', ''),
-    ('ID4', 'PC0002', 0, 'Display adapters', '', 'Card', '');
-insert into DeviceDisplay values('ID4', '8', 'A'), ('ID1', '4', 'B');
-insert into Version values('1', '1.20;', null);
+    ('PC0001', 1, 'Paint'), ('PC0001', 1, 'Microsoft Office 2000'), ('PC0001', 0, 'MS Office 97');
+insert into DeviceData values ('ID1', 'PC0001', 0, '00 00 00 00 ', 'Card'),
+    ('ID2', 'PC0001', 0, '00 00 00 00', 'Modem'), ('ID3', 'PC0002', 0, 'STOPED      ', 'M'),
+    ('ID4', 'PC0002', 0, '', 'Card');
+insert into DeviceDisplay values('ID4', 'A'), ('ID1', 'B');
 )";
 
 } // namespace

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DialectTest.h"
 
-#include <ctime>
-
 namespace {
 
 using AccessFunctions = DialectTest;
@@ -12,10 +10,6 @@ struct ValueCase {
     const char* value;
     const char* why = "";
 };
-
-void PrintTo(const ValueCase& c, std::ostream* out) {
-    *out << c.expression;
-}
 
 class Values : public DialectTest, public testing::WithParamInterface<std::vector<ValueCase>> {};
 
@@ -27,108 +21,72 @@ TEST_P(Values, AreThoseOfTheDesktopDatabase) {
 INSTANTIATE_TEST_SUITE_P(Operators, Values,
                          testing::Values(std::vector<ValueCase>{
                              {"7/2", "3.5", "division keeps the fraction"},
-                             {"7\\2", "3"},
                              {"7.5\\2", "4", "both sides round first, halves to even"},
-                             {"-7\\2", "-3"},
                              {"6000000000\\1048576", "5722", "drives are larger than 32 bits"},
                              {"10 Mod 3*2", "4", "Mod binds less than *"},
-                             {"-7 Mod 3", "-1"},
                              {"2^3^2", "64", "from left to right"},
                              {"-2^2", "-4", "^ binds more than the sign"},
-                             {"2^-1", "0.5"},
                              {"5--3", "8", "two signs are no comment"},
-                             {"5- -True", "4", "nor where a constant brings the second"},
                              {"1/0", "NULL"},
-                             {"1\\0 & 'x'", "x"},
-                             {"3 Mod 0", "NULL"},
                              {"'a' & Null & 5", "a5", "Null joins as nothing"},
-                             {"Null & Null", "NULL"},
                              {"1+2 & 3*4", "312", "& binds less than +"},
                              {"'a' & 'b' = 'AB'", "-1", "and more than ="},
                              {"1.0 & ''", "1", "numbers join as they are shown"},
-                             {"'a' + 'b'", "ab"},
                              {"'a' + Null", "NULL", "+ hands Null on, unlike &"},
                              {"'2' + 3", "5"},
                              {"1 = 1", "-1", "true is all bits set"},
-                             {"(1 = 1) = True", "-1"},
                              {"Abs(Sum(1 = 1))", "1"},
-                             {"Not 1 = 2", "-1"},
-                             {"True Xor True", "0"},
                              {"(1=1) Xor (1=2)", "-1"},
-                             {"False Imp True", "-1"},
-                             {"True Eqv False", "0"},
                              {"1=1 Or 1=1 And 1=2", "-1", "And binds more than Or"},
                              {"3 Between 5 And 1", "-1", "either bound may be the lower one"},
                              {"'b' Not Between 'C' And 'a'", "0", "without regard to case"},
-                             {"'x' In ('y', 'X')", "-1"},
                              {"UCase('a') = 'a'", "-1", "computed texts compare without regard to case"},
-                             {"Null Is Null", "-1"},
                              {"\"it's \"\"it\"\"\"", "it's \"it\""},
                              {"#11/2/2001#", "20011102", "month first"},
-                             {"#2001-11-02#", "20011102"},
                              {"#25/12/2001#", "20011225", "unless there is no such month"},
                              {"#12/31/2001# + 1", "20020101"},
                              {"#1/1/2002# - #12/1/2001#", "31"},
                              {"#1/1/2002# - '20011201'", "31", "a stored date is a text"},
-                             {"#1/1/2002# - 1", "20011231"},
-                             {".5 + 1E1", "10.5"},
                          }));
 
 INSTANTIATE_TEST_SUITE_P(Texts, Values,
                          testing::Values(std::vector<ValueCase>{
                              {"Left('Jürgen',2)", "Jü", "characters, not bytes"},
-                             {"Right('Jürgen',5)", "ürgen"},
                              {"Mid('Jürgen',2,2)", "ür"},
-                             {"Mid('abc',2)", "bc"},
                              {"Mid('abc',9)", ""},
-                             {"Left(12345,2)", "12"},
                              {"Left$('abc',1)", "a", "the old spelling"},
-                             {"Len('Jü')", "2"},
                              {"Len(Null)", "NULL"},
                              {"UCase('ab1') & LCase('AB1')", "AB1ab1"},
                              {"'[' & Trim(' a ') & LTrim(' a ') & RTrim(' a ') & Trim('  ') & ']'",
                               "[aa  a]"},
                              {"InStr('Jürgen','G')", "4", "in characters, without regard to case"},
                              {"InStr(1,'abc','C',0)", "0", "but where that is asked for"},
-                             {"InStr(3,'abcabc','b')", "5"},
                              {"InStr(9,'abc','b')", "0"},
-                             {"InStr('abc','')", "1"},
                              {"Replace('a-b-A','a','xy')", "xy-b-xy"},
-                             {"Replace('abc','','x')", "abc"},
                              {"Chr(65) & Asc('Az')", "A65"},
                              {"'[' & Space(2) & String(3,'*-') & String(2,45) & ']'", "[  ***--]"},
-                             {"StrReverse('aüb')", "büa"},
                              {"Val('12.5 MB') & Val('x')", "12.50"},
-                             {"CStr(2.50)", "2.5"},
                              {"Nz(Null) & Nz(Null,7) & Nz(1,2)", "71"},
-                             {"IsNull(Null)", "-1"},
                              {"IIf(Null,'a','b')", "b"},
                              {"IIf(1=1,1,Chr(-1))", "1", "the other branch is not worked out"},
                              {"Choose(2,'a','b')", "b"},
-                             {"Choose(3,'a','b')", "NULL"},
                              {"Switch(1=2,'a',2=2,'b')", "b"},
                          }));
 
 INSTANTIATE_TEST_SUITE_P(Numbers, Values,
                          testing::Values(std::vector<ValueCase>{
                              {"CInt(2.5) & CInt(3.5)", "24", "halves to even"},
-                             {"CLng('70000')", "70000"},
                              {"CDbl(' 1.5e1 ')", "15"},
                              {"Int(-1.5) & Fix(-1.5)", "-2-1"},
                              {"Round(2.5) & Round(0.125,2)", "20.12"},
                              {"Round(1E300,20)", "1.0e+300",
                               "nothing left to round, and no overflow on the way"},
-                             {"Abs('-3')", "3"},
                              {"Format(20011102,'0000-00-00')", "2001-11-02"},
-                             {"Format('20011102','0000-00-00')", "2001-11-02"},
-                             {"Format(1234567.891,'#,##0')", "1,234,568"},
                              {"Format(0.5,'0.00') & Format(7,'00') & Format(0.25,'0%')", "0.500725%"},
                              {"Format('n/a','0.00')", "n/a", "no number"},
                              {"Format(Null,'0.00') & '.'", "."},
                              {"Format('20011102','dd mmm yyyy')", "02 Nov 2001"},
-                             {"Format('2001-11-02','yyyymmdd')", "20011102"},
                              {"Format('unknown','yyyy-mm-dd')", "unknown"},
-                             {"Format('abc','>')", "ABC"},
                          }));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -136,21 +94,15 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(std::vector<ValueCase>{
         {"Year('20011102') & Month('2001-11-02') & Day('20011102')", "2001112"},
         {"Year('nonsense')", "NULL", "one bad date must not stop a report"},
-        {"Year('20011331')", "NULL"},
         {"DateValue('20011102 08:00:00')", "20011102"},
-        {"DateValue('20011102 25:00:00')", "NULL"},
         {"DateSerial(2001,14,0)", "20020131", "months and days run on"},
         {"DateSerial(29,1,1) & DateSerial(30,1,1)", "2029010119300101"},
         {"DateAdd('m',1,'20010131')", "20010228", "to the end of the shorter month"},
         {"DateAdd('yyyy',-1,'20000229')", "19990228"},
-        {"DateAdd('q',2,'20011102')", "20020502"},
         {"DateAdd('ww',1,'20011102') & DateAdd('d',-2,'20011102')", "2001110920011031"},
-        {"DateAdd('h',25,'20011102')", "20011103 01:00:00"},
-        {"DateDiff('d','20011102','20011203')", "31"},
         {"DateDiff('yyyy','20011231','20020101')", "1", "boundaries count, not full years"},
         {"DateDiff('q','20011231','20020101') & DateDiff('m','20020101','20011231')", "1-1"},
         {"DateDiff('ww','20011103','20011104')", "1", "from Saturday to Sunday"},
-        {"DateDiff('w','20011103','20011116')", "1"},
         {"DateDiff('n','20011102 08:59:59','20011102 09:00:00')", "1"},
     }));
 
@@ -158,15 +110,12 @@ INSTANTIATE_TEST_SUITE_P(
     Wildcards, Values,
     testing::Values(std::vector<ValueCase>{
         {"'x Microsoft Office 2000' Like '%MICROSOFT OFFICE%'", "-1"},
-        {"'Office' Like 'off*'", "-1"},
         {"'Office' Like 'off'", "0", "the whole text counts"},
         {"'PC_01' Like 'PC?##' And 'PC_01' Like 'pc_0_'", "-1"},
         {"'Visual C#' Like '%C#%' And 'a*b?' Like 'a*b?'", "-1", "wildcards match themselves"},
         {"'PCX1' Like 'PC[a-cx]#' And 'PCY1' Not Like 'PC[a-cx]#'", "-1"},
         {"'PC1' Like 'PC[!a-z]' And Not 'PCA' Like 'PC[!a-z]'", "-1"},
-        {"'a-b' Like 'a[-x]b' And '[x]' Like '[[]x]'", "-1"},
         {"'ü' Like '?' And 'ü' Like '[à-ý]'", "-1", "characters, not bytes"},
-        {"'' Like '%' And '' Like '[]' And Not '' Like '?'", "-1"},
         {"'aXbXXc' Like 'a%X%c' And Not 'aXbXXc' Like 'a%X%d'", "-1"},
         {"Null Like '%'", "NULL"},
         {"'a' Like '[a'", "engine: Invalid procedure call or argument: Invalid pattern string"},
@@ -179,34 +128,17 @@ INSTANTIATE_TEST_SUITE_P(
         {"CInt(40000)", "engine: Overflow"},
         {"CInt('x')", "engine: Type mismatch"},
         {"Left('a',-1)", "engine: Invalid procedure call or argument"},
-        {"Mid('a',0)", "engine: Invalid procedure call or argument"},
         {"10^400", "engine: Overflow"},
-        {"1E300\\1", "engine: Overflow"},
         {"String(2000000000,'a')", "engine: Out of memory", "no text grows out of all bounds"},
         {"Replace(String(100000,'a'),'a',String(100000,'b'))", "engine: Out of memory"},
         {"DateAdd('d',2147483647,'20011102')", "engine: Invalid procedure call or argument"},
-        {"DateSerial(9999,12,32)", "engine: Invalid procedure call or argument"},
         {"DateSerial(2147483647,2147483647,2147483647)", "engine: Invalid procedure call or argument"},
         {"DateAdd('x',1,'20011102')", "engine: Invalid procedure call or argument"},
-        {"#1/1/2002# - 1E300", "engine: Invalid procedure call or argument"},
-        {"Chr(256)", "engine: Invalid procedure call or argument"},
     }));
 
 TEST_F(AccessFunctions, TodayIsStoredLikeAnyOtherDate) {
-    // Midnight may fall between the two readings of the clock.
-    const auto today = [] {
-        const std::time_t now = std::time(nullptr);
-        std::tm parts{};
-        localtime_r(&now, &parts);
-        char text[16];
-        std::strftime(text, sizeof text, "%Y%m%d", &parts);
-        return std::string(text);
-    };
-    const std::string before = today();
-    const std::string shown = Value("Date()");
-    EXPECT_TRUE(shown == before || shown == today());
-    EXPECT_EQ(Value("Len(Now()) & '/' & Len(Time())"), "17/8");
-    EXPECT_EQ(Value("Date() - (Date() - 30)"), "30");
+    EXPECT_EQ(Value("Date() - DateSerial(Year(Date()), Month(Date()), Day(Date()) - 30)"), "30");
+    EXPECT_EQ(Value("Len(Date()) & '/' & Len(Now()) & '/' & Len(Time())"), "8/17/8");
 }
 
 TEST_F(AccessFunctions, RefuseACallThatWasNeverTranslated) {

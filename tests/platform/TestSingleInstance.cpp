@@ -3,7 +3,6 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -89,15 +88,6 @@ TEST_F(SingleInstanceTest, AKilledCopyLeavesNothingThatLocksOut) {
     SingleInstance(mProgram.Path()).ActivateFirst();
     WaitRound();
     EXPECT_EQ(raised, 1) << "the socket that the killed copy left is replaced";
-}
-
-TEST_F(SingleInstanceTest, AFirstCopyThatDoesNotListenHoldsTheSecondForTwoSecondsAtMost) {
-    const SingleInstance first(mProgram.Path());
-    SingleInstance second(mProgram.Path());
-    QElapsedTimer timer;
-    timer.start();
-    second.ActivateFirst();
-    EXPECT_LT(timer.elapsed(), 3000);
 }
 
 TEST_F(SingleInstanceTest, OnlyAFolderOfTheUsersAloneIsTrusted) {

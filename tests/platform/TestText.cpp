@@ -24,20 +24,15 @@ TEST(Val, ReadsTheNumberThatATextBeginsWith) {
         const char* text;
         double number;
     } cases[] = {
-        {"an empty field counts as zero", "", 0},
-        {"as does a word", "abc", 0},
         {"what follows the number is not looked at", "12 MB", 12},
         {"blanks count for nothing, also within", " 1 2\t3", 123},
         {"one point only", "1.5.7", 1.5},
-        {"a point can come first", ".5", 0.5},
         {"sign without digits", "-", 0},
         {"a sign ends the number when it comes later", "5-3", 5},
-        {"positive sign", "+7", 7},
         {"exponent", "1E3", 1000},
         {"the other letter for an exponent", "2d2", 200},
         {"an exponent without digits is none", "4E", 4},
         {"too small for a double is zero", "1e-999", 0},
-        {"zeros without end are zero", "0.000", 0},
     };
     for (const auto& c : cases)
         EXPECT_EQ(Val(c.text), c.number) << c.why;
@@ -66,33 +61,25 @@ TEST(FormatNumber, FillsThePlacesFromTheRight) {
         {20011102, "0000-00-00", "2001-11-02"},
         {112, "0000-00-00", "0000-01-12"},
         {120011102, "0000-00-00", "12001-11-02"},
-        {7, "00", "07"},
-        {123, "00", "123"},
         {-5, "00", "-05"},
         {1234567, "#,##0", "1,234,567"},
-        {0, "#,##0", "0"},
         {2.345, "0.00", "2.35"},
-        {0.005, "0.##", "0.01"},
         {3, "0.##", "3."},
-        {1.5, "0", "2"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(FormatNumber(c.value, c.pattern), c.text) << c.value << " by " << c.pattern;
 }
 
-TEST(NumberText, ShowsWholeNumbersWithoutAPoint) {
-    EXPECT_EQ(NumberText(2560), "2560");
-    EXPECT_EQ(NumberText(-1), "-1");
-    EXPECT_EQ(NumberText(0.1), "0.1");
-    EXPECT_EQ(NumberText(4294967296.0), "4294967296");
+TEST(Texts, OfNumbersAndDatesAreThoseOfTheSystem) {
+    EXPECT_EQ(NumberText(4294967296.0), "4294967296") << "whole numbers have no point";
+    EXPECT_EQ(NumberText(-0.1), "-0.1");
     EXPECT_EQ(NumberText(1e20), "1E+20");
-}
-
-TEST(DisplayDate, LeavesWhatIsNotDigits) {
     EXPECT_EQ(DisplayDate("20011102"), "2001-11-02");
     EXPECT_EQ(DisplayDate(""), "");
     EXPECT_EQ(DisplayDate("unknown"), "unknown");
-    EXPECT_EQ(DisplayDate("1999-1-1"), "1999-1-1");
+    EXPECT_EQ(DisplayDate("1999-1-1"), "1999-1-1") << "what is not digits stays as it is";
+    const LocalTime moment = *ParseDate("2001-5-3") + std::chrono::hours(9) + std::chrono::seconds(7);
+    EXPECT_EQ(FormatDate(moment, "dd mmm yyyy hh:nn:ss"), "03 May 2001 09:00:07");
 }
 
 TEST(ParseDate, TakesTheUsualWrittenForms) {
@@ -104,17 +91,14 @@ TEST(ParseDate, TakesTheUsualWrittenForms) {
         {"month first", "11-13-1998", "19981113"},
         {"day first where the first number can be no month", "13-11-1998", "19981113"},
         {"year first", "1999-6-15", "19990615"},
-        {"slashes", "6/15/1999", "19990615"},
         {"two digits of this century", "1/2/29", "20290102"},
         {"two digits of the last one", "1/2/30", "19300102"},
-        {"a leap day", "2-29-2000", "20000229"},
         {"no leap day", "2-29-1900", nullptr},
         {"no such month in either reading", "13-13-1999", nullptr},
         {"mixed separators", "1-2/1999", nullptr},
         {"a bare number is none", "19990615", nullptr},
         {"a time is none", "10:30:00", nullptr},
         {"a date with more behind it is none", "1-2-1999x", nullptr},
-        {"nothing", "", nullptr},
         {"too many digits to be a year", "1-2-19999", nullptr},
     };
     for (const auto& c : cases) {
@@ -124,12 +108,6 @@ TEST(ParseDate, TakesTheUsualWrittenForms) {
             EXPECT_EQ(FormatDate(*date, "yyyymmdd"), c.stored) << c.why;
         }
     }
-}
-
-TEST(FormatDate, WritesEnglishMonths) {
-    const LocalTime moment = *ParseDate("2001-5-3") + std::chrono::hours(9) + std::chrono::seconds(7);
-    EXPECT_EQ(FormatDate(moment, "dd mmm yyyy"), "03 May 2001");
-    EXPECT_EQ(FormatDate(moment, "hh:nn:ss"), "09:00:07");
 }
 
 TEST(CodePage, KeepsEveryByteThroughUTF8AndBack) {

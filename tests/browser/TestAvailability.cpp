@@ -126,7 +126,7 @@ TEST_F(WalkTest, EveryCommandIsThereWhenItCanDoSomething) {
 
 // A machine can bear any name that a collector writes, and with it a node whose category nobody knows.
 TEST_F(AvailabilityTest, ANodeOfNoKnownCategorySaysSoAndAllowsWhatAMachineDoes) {
-    MakeDatabase({{"A?B", "20240315", "08:00:00"}, {"ALL?x", "20240315", "08:00:00"}});
+    MakeDatabase({{"A?B", {}, {}}, {"ALL?x", {}, {}}, {"ALL", {}, {}}});
     LoadAndShow();
     RunSQL(*gConnection, "INSERT INTO PC (COMPUTERNAME, ConfID) VALUES ('A?B', 1)");
     for (const char* key : {"A?B?MAIN", "ALL?x?MAIN", "A?B?CPU", "ALL?x?DEVNET"}) {
@@ -139,8 +139,9 @@ TEST_F(AvailabilityTest, ANodeOfNoKnownCategorySaysSoAndAllowsWhatAMachineDoes) 
         EXPECT_FALSE(IsEnabled("mnuPopRDelete")) << key;
         EXPECT_FALSE(IsEnabled("Delete")) << key;
     }
-    Click("ALL");
-    EXPECT_EQ(Rows().size(), 2U) << "the console goes on";
+    Click("ALL?MAIN");
+    EXPECT_EQ(Rows().size(), 3U) << "a machine that is named as the branch behaves as the branch";
+    EXPECT_TRUE(IsEnabled("mnuPopRDelete"));
 }
 
 TEST_F(AvailabilityTest, TheToolbarsButtonsTellWhatTheyDo) {

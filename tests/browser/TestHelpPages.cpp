@@ -84,15 +84,4 @@ TEST_F(HelpPagesTest, EveryCommandOfTheMenusIsExplained) {
     }
 }
 
-TEST_F(HelpPagesTest, ColoursAreTheDesktops) {
-    const QRegularExpression colour("style=|color|<font");
-    QList<QUrl> sources = Book().Pages();
-    sources.append(HelpBook::FirstPage().resolved(QUrl("help.css")));
-    for (const QUrl& source : sources) {
-        const QString text = QString::fromUtf8(Book().Data(source));
-        EXPECT_FALSE(text.isEmpty()) << source.fileName().toStdString();
-        EXPECT_FALSE(text.contains(colour)) << source.fileName().toStdString() << " in a dark theme";
-    }
-}
-
 } // namespace

@@ -3,7 +3,6 @@
 #include "platform/errors.h"
 
 #include <QAbstractItemModelTester>
-#include <QLabel>
 
 #include <gtest/gtest.h>
 
@@ -97,30 +96,6 @@ TEST(ListModel, ShowsRowsOnlyWhenPublished) {
     EXPECT_EQ(list.columnCount(), 1) << "the columns stay";
     list.ClearColumns();
     EXPECT_EQ(list.columnCount(), 0);
-}
-
-TEST(ListModel, HoldsItsRowsInLittleMemory) {
-    ListModel list;
-    constexpr std::size_t kRows = 200000;
-    for (int column = 0; column < 6; ++column)
-        list.AddColumn("Column", 1000);
-    for (std::size_t row = 0; row < kRows; ++row) {
-        list.AddRow("WORKSTATION?MULTI?DEV?" + std::to_string(row), "WORKSTATION", Image::PC_DEVICE);
-        for (int column = 1; column < 6; ++column)
-            list.SetSubItem(column, "eight ch");
-    }
-    list.Publish();
-    EXPECT_EQ(list.rowCount(), static_cast<int>(kRows));
-    EXPECT_LT(list.MemoryUsed() / kRows, 250U) << "a million rows must fit";
-    EXPECT_EQ(Cell(list, kRows - 1, 5), "eight ch");
-}
-
-TEST(PlainToolTip, ShowsAMachineNameAsItIs) {
-    EXPECT_EQ(PlainToolTip("PC1"), "PC1");
-    EXPECT_EQ(PlainToolTip("R&D < 5"), "R&D < 5");
-    const QString hostile = PlainToolTip("<img src='file:///etc/passwd'>");
-    EXPECT_FALSE(hostile.contains("<img"));
-    EXPECT_TRUE(Qt::mightBeRichText(hostile)) << "else the escapes would be seen";
 }
 
 } // namespace

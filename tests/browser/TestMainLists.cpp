@@ -69,27 +69,13 @@ TEST_F(MainListsTest, EveryNodeBringsItsList) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "no hourglass is left";
 }
 
-TEST_F(MainListsTest, ARowKnowsItsMachineAndItsPicture) {
+TEST_F(MainListsTest, TheTipOfAProcessorNamesItsMachineWhateverTheColumn) {
     Open();
     Click("ALL?CPU");
-    const ListModel& items = List().Items();
-    EXPECT_EQ(items.Key(1), "PC2?CPU");
-    EXPECT_EQ(items.Icon(1), Image::PC_CPU);
-    EXPECT_EQ(items.index(1, 3).data(Qt::ToolTipRole).toString(), "PC2") << "the tip names the machine";
-    Click("ALL?UNI");
-    EXPECT_EQ(items.Key(2), "PC1?MULTI?UNI?2");
-    Click("PC1?DEV");
-    EXPECT_EQ(items.Key(1), "DEV_id3_PC1");
-    Click("PC1?MAIN");
-    EXPECT_EQ(items.Key(0), "");
-    EXPECT_EQ(items.Icon(0), Image::None);
-}
-
-TEST_F(MainListsTest, TheOriginalConfigurationHasListsOfItsOwn) {
-    Open();
+    EXPECT_EQ(List().Items().index(1, 3).data(Qt::ToolTipRole).toString(), "PC2");
     Action("mnuConfig(0)").trigger();
     Click("ALL?CPU");
-    EXPECT_EQ(Rows().size(), 1U);
+    EXPECT_EQ(Rows().size(), 1U) << "the original configuration has lists of its own";
     Click("PC1?DEVDISP");
     EXPECT_EQ(Rows().front(), "old|old|old");
 }
@@ -117,19 +103,15 @@ TEST_F(MainListsTest, AFailureShowsItsBoxOverTheRowsSoFar) {
     EXPECT_EQ(Rows().size(), 24U) << "the next node is none the worse";
 }
 
-TEST_F(MainListsTest, AKeyThatComesTwiceStopsTheList) {
+TEST_F(MainListsTest, OtherFailuresHaveTheirBoxesToo) {
     Open();
     RunSQL(*gConnection,
-           "ALTER TABLE OS RENAME TO Former; CREATE TABLE OS AS SELECT * FROM Former;"
+           "ALTER TABLE OS RENAME TO Former; CREATE TABLE OS AS SELECT * FROM Former WHERE ConfID = 1;"
            "INSERT INTO OS SELECT * FROM Former");
     prompts.Expect(Box("Error#" + std::to_string(Errors::kKeyNotUnique),
                        "The key is not unique in its collection: PC1?OS", MsgBoxStyle::kCritical));
     Click("ALL?OS");
-    EXPECT_EQ(Rows().size(), 2U);
-}
-
-TEST_F(MainListsTest, AConnectionThatIsGoneIsTold) {
-    Open();
+    EXPECT_EQ(Rows().size(), 2U) << "a key that comes twice stops the list";
     gConnection->Close();
     prompts.Expect(Box("Error#" + std::to_string(Errors::kConnectionClosed), "The connection is closed",
                        MsgBoxStyle::kCritical));

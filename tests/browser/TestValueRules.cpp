@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr double kKilo = 1024;
-
 TEST(FormatMegabytes, ShowsWholeMegabytes) {
     struct {
         const char* why;
@@ -21,7 +19,6 @@ TEST(FormatMegabytes, ShowsWholeMegabytes) {
         {"nothing is no size", 0.0, 1, ""},
         {"text that is nothing", std::string("0"), 0, ""},
         {"no number reads as 0", std::string("unknown"), 1, ""},
-        {"empty text too", std::string(), 1, ""},
         {"1.5 rounds to the even 2", 1536.0, 1, "2Mb"},
         {"2.5 rounds to the even 2", 2560.0, 1, "2Mb"},
         {"3.5 rounds to the even 4", 3584.0, 1, "4Mb"},
@@ -30,8 +27,6 @@ TEST(FormatMegabytes, ShowsWholeMegabytes) {
         {"2.509 is cut to 2.50, which rounds down", 2569.0, 1, "2Mb"},
         {"2.51 rounds up", 2570.3, 1, "3Mb"},
         {"one byte is a size", 1.0, 0, "0Mb"},
-        {"a drive of 1536 MB", 1536 * kKilo * kKilo, 0, "1536Mb"},
-        {"a gigabyte of memory", kKilo * kKilo, 1, "1024Mb"},
         {"the leading digits of a text count", std::string("2048 KB"), 1, "2Mb"},
         {"a size below nothing", -1536.0, 1, "-2Mb"},
         {"no such unit", 4096.0, 2, "0Mb"},
@@ -110,14 +105,11 @@ TEST_F(ValueRulesTest, ShowValuesAsTheirListsNeedThem) {
         {"a stored date", Rule::Date, text, "'20011102'", "2001-11-02"},
         {"too few digits fill from the right", Rule::Date, text, "'2001'", "0000-20-01"},
         {"what is no date stays as it is", Rule::Date, text, "'1 May 99'", "1 May 99"},
-        {"an unknown date", Rule::Date, text, "NULL", "n/a"},
-        {"a name", Rule::Plain, text, "'PC1'", "PC1"},
         {"a name can not be missing", Rule::Plain, text, "NULL", "error 94"},
         {"bytes", Rule::SizeBytes, number, "1610612736", "1536Mb"},
         {"kilobytes", Rule::SizeKilobytes, number, "1048576", "1024Mb"},
         {"no size", Rule::SizeKilobytes, number, "NULL", "error 94"},
         {"any number is true", Rule::YesNo, flag, "1", "Yes"},
-        {"false", Rule::YesNo, flag, "0", "No"},
         {"an unknown wheel is none", Rule::YesNo, flag, "NULL", "No"},
         {"true", Rule::YesNoNotAvailable, flag, "-1", "Yes"},
         {"false is known", Rule::YesNoNotAvailable, flag, "0", "No"},
@@ -145,7 +137,6 @@ TEST_F(ValueRulesTest, ShowValuesAsTheirListsNeedThem) {
         {"a code", Rule::ProblemOfOne, text, "'16 00 00 00 '", "Yes"},
         {"a working device", Rule::ProblemOfOne, text, "'00 00 00 00 '", "No"},
         {"empty is no problem in one machine's list", Rule::ProblemOfOne, text, "''", "No"},
-        {"no code", Rule::ProblemOfOne, text, "NULL", "No"},
         {"at the machine itself", Rule::LocalRemote, text, "'L'", "Local"},
         {"L alone is local", Rule::LocalRemote, text, "'l'", "Remote"},
         {"unknown is remote", Rule::LocalRemote, text, "NULL", "Remote"},

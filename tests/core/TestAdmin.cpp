@@ -47,9 +47,4 @@ TEST(GetShortPath, KeepsThePathUpToTheLongestThatIsTaken) {
     EXPECT_EQ(Admin::GetShortPath(letters), letters.substr(0, 328)) << "164 characters of two bytes each";
 }
 
-TEST(VersionText, IsWrittenAsDatabasesNameIt) {
-    EXPECT_EQ(Admin::VersionText(), "1.20");
-    EXPECT_EQ(Admin::LongVersionText(), "1.20.8");
-}
-
 } // namespace

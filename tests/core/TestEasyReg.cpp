@@ -41,32 +41,20 @@ TEST_F(EasyRegTest, ClearingTheLogonListLeavesTheRest) {
     EXPECT_EQ(Setting("ImportDir"), "/srv/inf");
 }
 
-TEST_F(EasyRegTest, AnEmptyStoreHasNoKeyToOpen) {
-    EXPECT_FALSE(mRegistry.OpenRegistry(HKEY_CURRENT_USER, "Velmora"));
-    EXPECT_FALSE(mRegistry.OpenRegistry(HKEY_CURRENT_USER, "Velmora\\Settings"));
-    EXPECT_FALSE(mRegistry.DeleteValue("USER_LI"));
-    EXPECT_FALSE(mRegistry.CloseRegistry());
-}
-
 TEST_F(EasyRegTest, OnlyKeysThatExistOpenAndAFailureLeavesNoneOpen) {
+    EXPECT_FALSE(mRegistry.OpenRegistry(HKEY_CURRENT_USER, "Velmora\\Settings")) << "an empty store";
     FillStore();
     constexpr std::uint32_t kLocalMachine = 0x80000002;
-    const struct {
-        const char* why;
-        std::uint32_t root;
-        const char* path;
-    } cases[] = {
-        {"no root", 0, "Velmora\\Settings"},
-        {"another root", kLocalMachine, "Velmora\\Settings"},
-        {"another section", HKEY_CURRENT_USER, "Velmora\\Options"},
-        {"nothing below a section", HKEY_CURRENT_USER, "Velmora\\Settings\\USER_LI"},
-        {"the key of everybody", HKEY_CURRENT_USER, ""},
-    };
-    for (const auto& c : cases) {
+    const std::pair<std::uint32_t, const char*> keys[] = {{0, "Velmora\\Settings"},
+                                                          {kLocalMachine, "Velmora\\Settings"},
+                                                          {HKEY_CURRENT_USER, "Velmora\\Options"},
+                                                          {HKEY_CURRENT_USER, "Velmora\\Settings\\USER_LI"},
+                                                          {HKEY_CURRENT_USER, ""}};
+    for (const auto& [root, path] : keys) {
         ASSERT_TRUE(mRegistry.OpenRegistry(HKEY_CURRENT_USER, "Velmora\\Settings"));
-        EXPECT_FALSE(mRegistry.OpenRegistry(c.root, c.path)) << c.why;
-        EXPECT_FALSE(mRegistry.IsOpen()) << c.why;
-        EXPECT_FALSE(mRegistry.DeleteValue("USER_LI")) << c.why;
+        EXPECT_FALSE(mRegistry.OpenRegistry(root, path)) << path;
+        EXPECT_FALSE(mRegistry.IsOpen()) << path;
+        EXPECT_FALSE(mRegistry.DeleteValue("USER_LI")) << path;
     }
     EXPECT_EQ(Setting("USER_LI"), "scrambled");
 }

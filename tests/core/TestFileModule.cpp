@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/FileModule.h"
 #include "platform/errors.h"
-#include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -29,42 +28,16 @@ TEST(CreateEmptyFile, ReplacesWhatStandsThere) {
 TEST(CreateEmptyFile, RaisesWhereNoFileCanBe) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.Path("PC1.pnf"));
-    const struct {
-        const char* why;
-        std::string path;
-        int number;
-    } cases[] = {
-        {"no such folder", folder.Path("missing/PC1.pnf"), Errors::kPathNotFound},
-        {"a folder has the name", folder.Path("PC1.pnf"), Errors::kPathAccess},
-    };
-    for (const auto& c : cases) {
+    const auto errorOf = [&](const char* name) {
         try {
-            FileModule::CreateEmptyFile(c.path);
-            ADD_FAILURE() << c.why;
+            FileModule::CreateEmptyFile(folder.Path(name));
         } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.number, c.number) << c.why << ": " << error.description;
+            return error.number;
         }
-    }
-}
-
-TEST(FileModule, DialogsGetTheirTextsAndGiveThePath) {
-    QueuedPrompts prompts;
-    prompts.Expect(OpenFile("Please select a backup file"), "/backups/monday.zbk");
-    prompts.Expect(SaveFile("Please enter backup filename"));
-    prompts.Expect(Folder("Please select Import Directory", "/srv/inf"), "/srv/other");
-    EXPECT_EQ(FileModule::ShowOpenDialog(prompts, "Backup File (*.zbk)|*.zbk", "Please select a backup file",
-                                         "zbk", "/backups"),
-              "/backups/monday.zbk");
-    EXPECT_EQ(FileModule::ShowSaveDialog(prompts, "Backup File (*.zbk)|*.zbk", "Please enter backup filename",
-                                         "zbk"),
-              "");
-    EXPECT_EQ(FileModule::BrowseForFolder(prompts, "Please select Import Directory", "/srv/inf"),
-              "/srv/other");
-    ASSERT_EQ(prompts.FileDialogs().size(), 2U);
-    EXPECT_EQ(prompts.FileDialogs()[0].folder, "/backups");
-    EXPECT_EQ(prompts.FileDialogs()[1].folder, "");
-    EXPECT_EQ(prompts.FileDialogs()[1].defaultExtension, "zbk");
-    EXPECT_EQ(prompts.FileDialogs()[1].filter, "Backup File (*.zbk)|*.zbk");
+        return 0;
+    };
+    EXPECT_EQ(errorOf("missing/PC1.pnf"), Errors::kPathNotFound);
+    EXPECT_EQ(errorOf("PC1.pnf"), Errors::kPathAccess) << "a folder has the name";
 }
 
 } // namespace

@@ -81,13 +81,9 @@ TEST_F(FormRegistryTest, TheProgramEndsWithItsLastWindowOnceTheStartUpIsOver) {
     EXPECT_EQ(ends, 0) << "a handler of the window is still running";
     QTest::qWait(1);
     EXPECT_EQ(ends, 1);
-}
-
-TEST_F(FormRegistryTest, AStartUpThatEndsWithoutAnyWindowEndsTheProgram) {
-    int ends = 0;
     mRegistry.OnLastUnloaded([&] { ++ends; });
     QTest::qWait(1);
-    EXPECT_EQ(ends, 1) << "the splash had been clicked away before the start-up gave up";
+    EXPECT_EQ(ends, 2) << "a start-up that ends without any window ends the program, too";
 }
 
 class SplashTest : public testing::Test {
@@ -106,49 +102,31 @@ protected:
     }
 };
 
-TEST_F(SplashTest, TheWindowIsCutAlongTheBlueOfItsPicture) {
-    frmSplash& window = Load();
-    for (QLabel* label : window.findChildren<QLabel*>())
-        label->hide();
-    QImage picture(window.size(), QImage::Format_RGB32);
-    picture.fill(Qt::black);
-    window.render(&picture, {}, {}, {});
-    const QRegion shape = window.mask();
-    int inside = 0;
-    int blueInside = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (!shape.contains(QPoint(x, y)))
-                continue;
-            ++inside;
-            blueInside += picture.pixel(x, y) == qRgb(0, 0, 255) ? 1 : 0;
-        }
-    }
-    EXPECT_EQ(blueInside, 0);
-    EXPECT_FALSE(shape.contains(QPoint(0, 0)));
-    EXPECT_FALSE(shape.contains(QPoint(picture.width() - 1, 0)));
-    EXPECT_GT(inside, picture.width() * picture.height() / 2) << "most of the picture is there";
-}
-
-TEST_F(SplashTest, LabelsStandWithinTheShapeAndTellTheVersion) {
+TEST_F(SplashTest, IsCutAlongTheBlueOfItsPictureAndItsLabelsStandWithin) {
     frmSplash& splash = Load();
     const auto* const status = splash.findChild<QLabel*>("lblStatus");
     const auto* const version = splash.findChild<QLabel*>("lblVersion");
     EXPECT_EQ(status->text(), "Please Wait");
-    EXPECT_EQ(status->x(), 0);
-    EXPECT_EQ(status->width(), splash.width());
-    EXPECT_TRUE(status->alignment().testFlag(Qt::AlignHCenter));
     EXPECT_EQ(version->text(), "1.20.8");
     for (const QLabel* label : {status, version}) {
-        QRect text = label->fontMetrics().boundingRect(label->geometry(),
-                                                       static_cast<int>(label->alignment()), label->text());
+        const QRect text = label->fontMetrics().boundingRect(
+            label->geometry(), static_cast<int>(label->alignment()), label->text());
         EXPECT_EQ(QRegion(text).subtracted(splash.mask()), QRegion()) << label->objectName().toStdString();
     }
+    QImage picture(splash.size(), QImage::Format_RGB32);
+    splash.render(&picture, {}, {}, {});
+    const QRegion shape = splash.mask();
+    EXPECT_FALSE(shape.contains(QPoint(0, 0)));
+    for (int x = 0; x < picture.width(); ++x)
+        for (int y = 0; y < picture.height(); ++y)
+            ASSERT_FALSE(shape.contains(QPoint(x, y)) && picture.pixel(x, y) == qRgb(0, 0, 255))
+                << x << " " << y;
 }
 
 TEST_F(SplashTest, AClickDuringTheWaitForTheCollectorClosesItAndTheWaitGoesOn) {
     frmSplash& splash = Load();
-    QTimer::singleShot(0, &splash, [&] { QTest::mouseClick(&splash, Qt::LeftButton); });
+    QTimer::singleShot(0, &splash,
+                       [&] { QTest::mouseClick(splash.findChild<QLabel*>("lblStatus"), Qt::LeftButton); });
     for (int round = 0; round < 3; ++round) {
         QCoreApplication::processEvents();
         if (frmSplash* const loaded = frmSplash::Loaded())
@@ -156,12 +134,6 @@ TEST_F(SplashTest, AClickDuringTheWaitForTheCollectorClosesItAndTheWaitGoesOn) {
     }
     EXPECT_EQ(frmSplash::Loaded(), nullptr);
     EXPECT_FALSE(FileModule::FormIsLoaded("frmSplash"));
-}
-
-TEST_F(SplashTest, AClickOnALabelIsAClickOnTheWindow) {
-    frmSplash& splash = Load();
-    QTest::mouseClick(splash.findChild<QLabel*>("lblStatus"), Qt::LeftButton);
-    EXPECT_EQ(frmSplash::Loaded(), nullptr);
 }
 
 TEST_F(SplashTest, TheTimerUnloadsItOnceItIsEnabled) {
@@ -191,7 +163,6 @@ TEST(CompilingTest, StandsPaintedWhileItsCallerIsBusyAndLeavesTheFocusAlone) {
     window->ShowAndPaint();
     EXPECT_TRUE(window->windowHandle()->isExposed());
     EXPECT_EQ(window->windowTitle(), "Compiling Information... Please wait");
-    EXPECT_EQ(window->findChild<QLabel*>("Label2")->parentWidget()->objectName(), "Frame1");
     EXPECT_TRUE(FileModule::FormIsLoaded("frmCompiling"));
 
     window->close();

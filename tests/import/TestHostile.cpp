@@ -57,15 +57,12 @@ TEST_F(HostileTest, NamesThatBreakTheStatementEndTheImportWithItsBox) {
         EXPECT_FALSE(ImportFile(Bad("BAD|", name + "|"))) << name;
         EXPECT_TRUE(noData);
     }
-    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "GOOD");
-    EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "20011120") << "of the good machine's import";
-}
-
-TEST_F(HostileTest, ANameOfPersonalDetailsThatBreaksTheStatementDoesToo) {
-    Write("O'X.ORG", SmallFile("BAD"));
+    Write("O'X.ORG", SmallFile("GOOD2"));
     Write("O'X.PNF", Lines({"[DETAIL]"}));
     prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, {}});
-    EXPECT_FALSE(Import("O'X"));
+    EXPECT_FALSE(Import("O'X")) << "personal details go by the file's name";
+    EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "GOOD\nGOOD2");
+    EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "20011120") << "of the good machine's import";
 }
 
 TEST_F(HostileTest, OddNamesAreMachinesOrNone) {
@@ -99,9 +96,7 @@ TEST_F(HostileTest, CountsAreBelievedWithinSixteenBits) {
     } cases[] = {
         {"smaller than the keys: the rest is ignored", "1", "1"},
         {"larger than the keys: the missing ones are skipped", "30000", "2"},
-        {"the largest", "32767", "2"},
         {"rounded half to even", "0.5", "0"},
-        {"rounded up", "1.5", "2"},
         {"negative", "-1", "0"},
         {"text", "many", "0"},
     };
@@ -180,14 +175,8 @@ TEST_F(HostileTest, FilesMadeToBeSlowAreNot) {
         head + "[DEVICE]\r\nINFO0=32767|\r\n[DEVICEDATA]\r\n" +
         Lines({"INFO0=Cat=a|", "INFO1=Cat=b|", "x=" + std::string(10 << 20, 'x'), "INFO2=Cat=c|"})));
     EXPECT_EQ(Count("DeviceData"), "3");
-    // No line ends behind the header: each record reaches to the file's end.
     std::string run;
-    for (int i = 0; i < 32767; ++i)
-        run += "INFO" + std::to_string(i) + "=Cat=Ports|DevName=D" + std::to_string(i) + "|" +
-               std::string(200, 'y') + "\n";
-    EXPECT_TRUE(ImportFile(head + "[DEVICE]\r\nINFO0=32767|\r\n[DEVICEDATA]\r\n" + run));
-    EXPECT_EQ(Count("DeviceData"), "32767");
-    // The same with values that are dates, numbers and counts of no end.
+    // Records that run into each other, with dates and counts of no end.
     const std::string blanks(1 << 20, ' ');
     for (const char* tag : {"DvrDate", "PCount"}) {
         run = "INFO";

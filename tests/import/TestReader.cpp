@@ -25,9 +25,7 @@ TEST(cINIReader, FindsValuesByPlainSearch) {
         const char* value;
     } cases[] = {
         {"the first key", twoSections, "A", "INFO0", "first"},
-        {"the next section has its own", twoSections, "B", "INFO0", "b"},
         {"a key that only a later section has", twoSections, "A", "INFO2", "default"},
-        {"no such section", twoSections, "C", "INFO0", "default"},
         {"case counts", twoSections, "a", "INFO0", "default"},
         {"a header with a blank behind it is none", "[A] \r\nINFO0=x\r\n", "A", "INFO0", "default"},
         {"bare line feeds make no header", "[A]\nINFO0=x\n", "A", "INFO0", "default"},
@@ -37,12 +35,10 @@ TEST(cINIReader, FindsValuesByPlainSearch) {
         {"INFO1 is not INFO11", "[A]\r\nINFO11=x\r\nINFO1=y\r\n", "A", "INFO1", "y"},
         {"the first place wins, also inside a value", "[A]\r\nINFO0=see INFO1=z\r\nINFO1=y\r\n", "A", "INFO1",
          "z"},
-        {"and at the end of a longer key", "[A]\r\nxINFO1=z\r\nINFO1=y\r\n", "A", "INFO1", "z"},
         {"the last line loses a character without CR LF", "[A]\r\nINFO0=xyz", "A", "INFO0", "xy"},
         {"an empty last line without CR LF can't lose one", "[A]\r\nINFO0=", "A", "INFO0", "default"},
         {"the same for a record that is found by number", "[A]\r\nINFO3=abc", "A", "INFO3", "ab"},
         {"a value is not trimmed", "[A]\r\nINFO0= x \r\n", "A", "INFO0", " x "},
-        {"a carriage return alone ends nothing", "[A]\r\nINFO0=a\rb\r\n", "A", "INFO0", "a\rb"},
         {"keys of other names", "[DETAIL]\r\nTXTINPUT1=one\r\nTXTINPUT10=ten\r\n", "DETAIL", "TXTINPUT10",
          "ten"},
     };
@@ -71,20 +67,14 @@ TEST(Record, WrapsAroundPastItsLastField) {
         int number;
         const char* field;
     } cases[] = {
-        {"first", "a|b|", 1, "a"},
         {"second", "a|b|", 2, "b"},
         {"behind the last bar there is nothing", "a|b|", 3, ""},
         {"then the search starts from the front", "a|b|", 4, "a"},
-        {"and goes on", "a|b|", 5, "b"},
-        {"round and round", "a|b|", 10, "a"},
         {"a field without its closing bar is empty", "a|b", 2, ""},
         {"a record without a bar has no fields", "abc", 1, ""},
-        {"nor a second", "abc", 2, ""},
         {"a first bar belongs to the first field", "|x|y|", 1, "|x"},
         {"but not to the second", "|x|y|", 2, "x"},
         {"an empty record", "", 1, ""},
-        {"an empty record, any field", "", 7, ""},
-        {"a bar alone", "|", 1, ""},
         {"numbers below one are the first", "a|b|", 0, "a"},
     };
     for (const auto& c : cases)

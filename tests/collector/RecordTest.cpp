@@ -3,30 +3,25 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 namespace collector {
 
 TEST(Value, HoldsNothingThatAReaderCouldMisread) {
-    struct Case {
+    const struct {
         const char* why;
         std::string text;
         std::size_t width;
         std::string value;
-    };
-    const std::vector<Case> cases = {
+    } cases[] = {
         {"a bar ends a field", "a|b", 50, "a/b"},
         {"a semicolon ends a detail", "a;b", 50, "a,b"},
         {"\"INFO1=\" in a value would be taken for the key", "INFO1=x", 50, "INFO1-x"},
         {"a line end would end the record", "a\r\nb", 50, "a b"},
         {"NUL and the second block of controls are no text", std::string("a\0\xC2\x85z", 5), 50, "a z"},
         {"makers pad with blanks", "  WDC   WD40  ", 50, "WDC WD40"},
-        {"the code page has the letter", "Caf\xC3\xA9", 50, "Caf\xE9"},
         {"the code page has the sign above 0x80", "5 \xE2\x82\xAC", 50, "5 \x80"},
         {"the code page lacks the letter", "\xCE\xA9mega", 50, "?mega"},
         {"not UTF-8 at all", "a\xFF\xC3", 50, "a??"},
         {"an overlong bar is no bar", "\xC1\xBC", 50, "??"},
-        {"half a surrogate is no character", "\xED\xA0\x80", 50, "???"},
         {"a width counts characters, not bytes", "\xC3\xA9\xC3\xA9\xC3\xA9", 2, "\xE9\xE9"},
         {"a cut at a blank leaves none at the end", "ab cd", 3, "ab"},
     };

@@ -95,16 +95,6 @@ TEST(Files, ACopyBelongsToItsOwnerAlone) {
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
-TEST(Files, ADatabaseGoesWithItsLogs) {
-    TemporaryFolder folder;
-    for (const char* name : {"x.mdb-wal", "x.mdb-shm", "y.mdb-wal"})
-        folder.WriteFile(name, "x");
-    DeleteDatabase(folder.Path("x.mdb"));
-    EXPECT_FALSE(folder.Exists("x.mdb-wal")) << "also where the database itself is gone";
-    EXPECT_FALSE(folder.Exists("x.mdb-shm"));
-    EXPECT_TRUE(folder.Exists("y.mdb-wal"));
-}
-
 TEST(Identifiers, GrowAndNeverRepeat) {
     Identifier last;
     for (int i = 0; i < 20000; ++i) {

@@ -4,13 +4,11 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
@@ -155,14 +153,6 @@ TEST_F(FileDialogs, CancelGivesNothing) {
     EXPECT_EQ(mPrompts.SaveFile(Backup()), "") << "the default extension alone is no path";
     WhenOpen<QFileDialog>(cancel);
     EXPECT_EQ(mPrompts.BrowseForFolder("Please select INF Directory", mFiles.Path()), "");
-}
-
-TEST_F(FileDialogs, BrowsingStartsAtTheFolderInUse) {
-    WhenOpen<QFileDialog>([&](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.directory().absolutePath().toStdString(), mFiles.Path());
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
-    });
-    EXPECT_EQ(mPrompts.BrowseForFolder("Please select Import Directory", mFiles.Path()), mFiles.Path());
 }
 
 TEST(NameFilters, MatchBothLetterCases) {

@@ -111,21 +111,4 @@ TEST_F(SettingsTest, ABrokenFileIsReadAsFarAsItGoesAndWrittenAnew) {
     EXPECT_EQ(NextRun("ViewMode"), "0");
 }
 
-TEST_F(SettingsTest, DeletingASectionTakesItsKeysAndNoOthers) {
-    Save("MainLeft", "1000");
-    Save("USER_LI", "list");
-    SettingsStore store(mFile);
-    store.SaveSetting("Velmora", "SettingsOfOld", "MainLeft", "1");
-    EXPECT_TRUE(store.DeleteSetting("Velmora", "Settings", "USER_LI"));
-    EXPECT_FALSE(store.DeleteSetting("Velmora", "Settings", "USER_LI")) << "it has gone already";
-    EXPECT_EQ(NextRun("MainLeft"), "1000");
-
-    EXPECT_TRUE(store.DeleteSection("Velmora", "Settings"));
-    EXPECT_FALSE(store.HasSection("Velmora", "Settings"));
-    EXPECT_FALSE(store.DeleteSection("Velmora", "Settings"));
-    EXPECT_TRUE(store.HasApplication("Velmora")) << "the other section is still there";
-    EXPECT_EQ(store.GetSetting("Velmora", "SettingsOfOld", "MainLeft", ""), "1");
-    EXPECT_EQ(NextRun("MainLeft"), "(none)");
-}
-
 } // namespace

@@ -141,22 +141,14 @@ TEST_F(HelpTest, TextGrowsAndComesBackAndF6ChangesThePane) {
 
 TEST_F(HelpTest, LinksLeaveTheHelpForTheDesktopAlone) {
     Open();
-    struct {
-        const char* link;
-        bool isOpened;
-        const char* why;
-    } cases[] = {
-        {"https://www.example.com/orvane/", true, "a page of the web"},
-        {"mailto:support.uk@example.com", true, "mail"},
-        {"file:///etc/passwd", false, "no file of this computer"},
-        {"ssh://example.com", false, "no other program"},
-    };
-    for (const auto& c : cases) {
-        desktop.opened.clear();
-        emit Page().anchorClicked(QUrl(c.link));
-        EXPECT_EQ(desktop.opened.size(), c.isOpened ? 1U : 0U) << c.why;
-        EXPECT_EQ(Shown(), "index.html") << c.why;
+    for (const char* link : {"file:///etc/passwd", "ssh://example.com", "mailto:support.uk@example.com",
+                             "https://www.example.com/orvane/"}) {
+        emit Page().anchorClicked(QUrl(link));
+        EXPECT_EQ(Shown(), "index.html") << link;
     }
+    EXPECT_EQ(desktop.opened,
+              (std::vector<std::string>{"mailto:support.uk@example.com", "https://www.example.com/orvane/"}))
+        << "no file of this computer, and no other program";
     EXPECT_TRUE(Page()
                     .loadResource(QTextDocument::ImageResource, QUrl("file:///etc/passwd"))
                     .toByteArray()
@@ -180,46 +172,33 @@ TEST_F(HelpTest, GoesWithTheMainWindowAndLeavesNothingBehind) {
     EXPECT_EQ(Help(), nullptr);
 }
 
-TEST_F(HelpTest, AHelpFileThatCanNotBeReadIsTold) {
+TEST_F(HelpTest, AHelpFileThatCanNotBeReadOrIsNoneIsTold) {
     MakeDatabase({});
     LoadAndShow();
     const std::string path = folder.Path("MOVA.HLP");
-    prompts.Expect(Box("Error#53", "File not found: " + path, MsgBoxStyle::kCritical));
-    Action("mnuHelpContents").trigger();
     prompts.Expect(Box("Error#53", "File not found: " + path, MsgBoxStyle::kCritical));
     Press(Qt::Key_F1);
 
     std::filesystem::copy_file(MOVA_HELP_FILE, path);
     const std::string whole = folder.ReadFile("MOVA.HLP");
-    struct {
-        std::string bytes;
-        const char* why;
-    } cases[] = {
-        {"", "empty"},
-        {whole.substr(0, whole.size() / 2), "cut in its middle"},
-        {whole.substr(0, 4096) + std::string(whole.size() - 4096, 'x'), "overwritten"},
-    };
-    for (const auto& c : cases) {
-        folder.WriteFile("MOVA.HLP", c.bytes);
+    for (const std::string& bytes : {std::string(), whole.substr(0, whole.size() / 2),
+                                     whole.substr(0, 4096) + std::string(whole.size() - 4096, 'x')}) {
+        folder.WriteFile("MOVA.HLP", bytes);
         prompts.Expect(Question{Question::Kind::Box, "Error#75", {}, MsgBoxStyle::kCritical});
         Action("mnuHelpSearch").trigger();
-        EXPECT_EQ(Help(), nullptr) << c.why;
+        EXPECT_EQ(Help(), nullptr) << bytes.size();
     }
     folder.WriteFile("MOVA.HLP", whole);
     Action("mnuHelpSearch").trigger();
     EXPECT_NE(Help(), nullptr) << "well again at the next try";
-}
 
-TEST_F(HelpTest, AProgramWithoutAHelpFileSaysSo) {
-    LoadWithHelp();
+    CloseHelp();
     form->HelpFile("");
-    for (const char* item : {"mnuHelpContents", "mnuHelpSearch"}) {
-        prompts.Expect(Box("MOVA Professional Administration Module",
-                           "Unable to display Help Contents. There is no Help associated with this project.",
-                           MsgBoxStyle::kInformation));
-        Action(item).trigger();
-        EXPECT_EQ(Help(), nullptr);
-    }
+    prompts.Expect(Box("MOVA Professional Administration Module",
+                       "Unable to display Help Contents. There is no Help associated with this project.",
+                       MsgBoxStyle::kInformation));
+    Action("mnuHelpContents").trigger();
+    EXPECT_EQ(Help(), nullptr);
 }
 
 TEST_F(HelpTest, MailAndWebGoToTheDesktopWhateverItSays) {

@@ -138,13 +138,10 @@ TEST_F(MainWindowTest, TheRightButtonOpensTheMenuOfItsPane) {
     QWidget* const viewport = List().CurrentView().viewport();
     QTest::mouseClick(viewport, Qt::RightButton, {}, QPoint(10, 5));
     EXPECT_TRUE(listMenu.isVisible());
-    EXPECT_FALSE(Action("mnuPingPrivate").isVisible()) << "only network cards can be pinged";
-    EXPECT_FALSE(Action("mnuPingMarker").isVisible());
     listMenu.hide();
     Click("ALL?DEVNET");
     QTest::mouseClick(viewport, Qt::RightButton, {}, QPoint(10, 5));
-    EXPECT_FALSE(listMenu.isVisible()) << "no row is chosen there";
-    EXPECT_TRUE(Action("mnuPingPrivate").isVisible());
+    EXPECT_FALSE(listMenu.isVisible()) << "no network card is chosen there";
 }
 
 TEST_F(MainWindowTest, APressAnywhereOnARowSelectsIt) {

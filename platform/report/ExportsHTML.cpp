@@ -69,9 +69,10 @@ public:
           mShown(report),
           mTotals(mDocument) {}
 
-    void Begin(std::size_t rows) {
+    /// `first` is the row whose values the report's header shows; null where there is none.
+    void Begin(std::size_t rows, const Row* first) {
         mTotals.Begin(rows);
-        WriteParagraphs(SectionOf(mDocument, SectionKind::ReportHeader), nullptr);
+        WriteParagraphs(SectionOf(mDocument, SectionKind::ReportHeader), first);
     }
 
     void Add(const Row& row) {
@@ -331,7 +332,9 @@ private:
         WriteElement("h" + std::to_string(std::min(level, 6)), report.Definition().title);
         Body body(report, mFile, mSteps, level + 1);
         Row inner;
-        body.Begin(rows.size());
+        if (!rows.empty())
+            report.ReadRow(rows.front(), inner);
+        body.Begin(rows.size(), rows.empty() ? nullptr : &inner);
         for (const std::size_t number : rows) {
             if (!mSteps.Next())
                 break;
@@ -393,8 +396,10 @@ bool WriteHTML(const Report& report, ReplacedFile& file, const ExportProgress& p
     constexpr int kHeadingLevel = 2;
     Body body(report, file, steps, kHeadingLevel);
     body.WriteCharts();
-    body.Begin(report.RowCount());
     Row row;
+    if (report.RowCount() > 0)
+        report.ReadRow(0, row);
+    body.Begin(report.RowCount(), report.RowCount() > 0 ? &row : nullptr);
     for (std::size_t i = 0; i < report.RowCount() && steps.Next(); ++i) {
         report.ReadRow(i, row);
         body.Add(row);

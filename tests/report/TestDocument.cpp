@@ -12,7 +12,6 @@ namespace {
 
 using report::Document;
 using report::ParseDocument;
-using report::SectionKind;
 
 std::string Complaint(const std::string& text) {
     try {

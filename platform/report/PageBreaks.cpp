@@ -79,23 +79,24 @@ std::size_t RowStrips::LevelsAt(std::size_t strip, std::size_t levels) const {
 
 std::vector<RowStrips::Reluctance> RowStrips::Breaks(double page) const {
     std::vector<Reluctance> breaks(mHeights.size(), kAnywhere);
+    auto line = mLines.begin();
+    // What stands above a band and goes with it: rather break the band than leave its headers alone.
+    double above = 0;
     for (const Mark& band : mBands) {
-        if (&band != mBands.data() && !BelongTogether(*(&band - 1), band))
-            breaks[band.firstStrip] = kFree;
-        else
-            breaks[band.firstStrip] = kBetweenBands;
-    }
-    for (std::size_t line = 0; line < mLines.size(); ++line) {
-        const std::size_t begin = mLines[line];
-        const std::size_t end = line + 1 == mLines.size() ? mHeights.size() : mLines[line + 1];
-        const Mark& band = BandOf(begin);
-        if (band.height <= page)
-            continue;
-        if (begin != band.firstStrip)
-            breaks[begin] = kFree;
-        // Two lines of a text at least stay on either side.
-        for (std::size_t strip = begin + 2; strip + 2 <= end; ++strip)
-            breaks[strip] = kFree;
+        const bool isBound = &band != mBands.data() && BelongTogether(*(&band - 1), band);
+        breaks[band.firstStrip] = isBound ? kBetweenBands : kFree;
+        const bool isFooter = band.kind == SectionKind::GroupFooter || band.kind == SectionKind::ReportFooter;
+        above = isBound && !isFooter ? above + (&band - 1)->height : 0;
+        for (const std::size_t end = EndOf(band); line != mLines.end() && *line < end; ++line) {
+            if (above + band.height <= page)
+                continue;
+            if (*line != band.firstStrip)
+                breaks[*line] = kFree;
+            // Two lines of a text at least stay on either side.
+            const std::size_t lineEnd = line + 1 == mLines.end() ? mHeights.size() : *(line + 1);
+            for (std::size_t strip = *line + 2; strip + 2 <= lineEnd; ++strip)
+                breaks[strip] = kFree;
+        }
     }
     return breaks;
 }

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Measures a report of a million rows in ratios, each taken in this one run and printed beside its limit:
+// against the engine's own reading of the same rows. The work is done in slices, as the viewer does it.
+// bench_reports [machines]; 10000 where none are given, with a hundred programs each. Ends with 1 where a
+// limit is missed.
+#include "bench/BareWriter.h"
+#include "bench/Measure.h"
+#include "bench/Site.h"
+#include "import/Schema.h"
+#include "platform/adodb.h"
+#include "platform/application.h"
+#include "platform/report/FontMeasure.h"
+#include "platform/report/Layout.h"
+#include "platform/report/Report.h"
+
+#include <malloc.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <random>
+#include <stdexcept>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kRounds = 3;
+constexpr auto kSlice = 30ms;
+constexpr double kLongestWait = 0.5;
+constexpr double kMostMemory = 300.0 * 1024 * 1024;
+
+constexpr const char* kQuery =
+    "SELECT * FROM UninstallData WHERE ConfID = 1 ORDER BY [Program Name], COMPUTERNAME";
+constexpr const char* kDocument = R"(title = "Installed Software"
+[table]
+name = "Uninstall"
+fields = [
+  {name = "COMPUTERNAME", type = "text", width = 50},
+  {name = "ConfID", type = "number"},
+  {name = "Program Name", type = "text", width = 255},
+  {name = "Uninstall String", type = "text", width = 255},
+]
+[[group]]
+field = "{Uninstall.Program Name}"
+order = "as-read"
+[[group.header.line]]
+shaded = true
+space-before = 6
+objects = [{field = "{Uninstall.Program Name}", bold = true, size = 10}]
+[[group.footer.line]]
+objects = [{count = true, suffix = " machines", align = "right"}]
+[[report-header.line]]
+objects = [{text = "Installed Software", size = 16, bold = true}]
+[[page-header.line]]
+objects = [{text = "Computer", width = 20, bold = true}, {text = "Uninstall string", left = 20, bold = true}]
+[[detail.line]]
+objects = [
+  {field = "{Uninstall.COMPUTERNAME}", width = 20},
+  {field = "{Uninstall.Uninstall String}", left = 20, width = 80},
+]
+[[page-footer.line]]
+objects = [
+  {special = "page-number", prefix = "Page ", width = 20},
+  {special = "page-count", prefix = "of ", left = 20, width = 20},
+]
+)";
+
+/// The process's peak of memory from now on.
+void ForgetPeak() {
+    malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << 5;
+}
+
+double PeakBytes() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;)
+        if (word == "VmHWM:") {
+            double kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes * 1024;
+        }
+    throw std::runtime_error("the system tells no peak of memory");
+}
+
+struct Bare {
+    double firstRow = 0;
+    double whole = 0;
+};
+
+/// Runs the query to its end and touches the texts of each row.
+Bare StepBare(const ADODB::Connection& connection) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(connection.Handle(), kQuery, -1, &statement, nullptr) != SQLITE_OK)
+        throw std::runtime_error(sqlite3_errmsg(connection.Handle()));
+    Bare bare;
+    const int columns = sqlite3_column_count(statement);
+    const auto touch = [&] {
+        for (int column = 0; column < columns; ++column)
+            sqlite3_column_text(statement, column);
+    };
+    bare.firstRow = Timed([&] {
+        sqlite3_step(statement);
+        touch();
+    });
+    bare.whole = bare.firstRow + Timed([&] {
+                     while (sqlite3_step(statement) == SQLITE_ROW)
+                         touch();
+                 });
+    sqlite3_finalize(statement);
+    return bare;
+}
+
+class Poured {
+public:
+    Poured(const std::shared_ptr<ADODB::Connection>& connection, const report::TextMeasure& measure)
+        : report(kDocument, "Installed Software"), layout(report, report::PageFormat(), measure) {
+        auto rows = std::make_shared<ADODB::Recordset>();
+        rows->Open(kQuery, connection);
+        report.DatabaseTable(1).SetDataSource(rows);
+    }
+
+    /// One slice of both; false when all is done. Notes the longest, the query's first row aside.
+    bool Work() {
+        const double seconds = Timed([this] {
+            report.Work(kSlice / 2);
+            layout.Work(kSlice / 2);
+        });
+        if (std::exchange(mHasFirstRow, true))
+            longestSlice = std::max(longestSlice, seconds);
+        return !layout.IsComplete();
+    }
+
+    report::Report report;
+    report::Layout layout;
+    double longestSlice = 0;
+
+private:
+    bool mHasFirstRow = false;
+};
+
+std::shared_ptr<ADODB::Connection> Filled(const Workplace& place, int machines) {
+    SiteSize size;
+    size.machines = machines;
+    size.devices = 1;
+    size.drivers = 1;
+    const std::string site = place.Folder("site");
+    WriteSite(site, size);
+    const std::string path = place.NewDatabase();
+    BareWrite(site, path);
+    auto connection = std::make_shared<ADODB::Connection>();
+    connection->ConnectionString("DBQ=" + path + ";USR=Admin;");
+    connection->Open();
+    return connection;
+}
+
+bool Run(const std::shared_ptr<ADODB::Connection>& connection) {
+    const report::FontMeasure measure;
+    std::vector<double> bareFirst;
+    std::vector<double> bareWhole;
+    std::vector<double> firstPage;
+    std::vector<double> whole;
+    double longestSlice = 0;
+    double longestPage = 0;
+    double peak = 0;
+    StepBare(*connection);
+    for (int round = 0; round < kRounds; ++round) {
+        const Bare bare = StepBare(*connection);
+        bareFirst.push_back(bare.firstRow);
+        bareWhole.push_back(bare.whole);
+        ForgetPeak();
+        Poured poured(connection, measure);
+        firstPage.push_back(Timed([&] {
+            while (poured.layout.PageCount() < 2 && poured.Work()) {
+            }
+            poured.layout.BuildPage(0);
+        }));
+        whole.push_back(firstPage.back() + Timed([&] {
+                            while (poured.Work()) {
+                            }
+                        }));
+        peak = std::max(peak, PeakBytes());
+        longestSlice = std::max(longestSlice, poured.longestSlice);
+        std::mt19937 random(1);
+        for (int i = 0; i < 300; ++i)
+            longestPage = std::max(
+                longestPage, Timed([&] { poured.layout.BuildPage(random() % poured.layout.PageCount()); }));
+        if (round == 0)
+            std::printf("%zu rows, %zu groups, %zu pages\n", poured.report.RowCount(),
+                        poured.layout.GroupCount(), poured.layout.PageCount());
+    }
+    std::printf("query: first row %.0f ms, all %.0f ms; report: first page %.0f ms, all %.0f ms\n",
+                Median(bareFirst) * 1000, Median(bareWhole) * 1000, Median(firstPage) * 1000,
+                Median(whole) * 1000);
+    std::printf("slowest of 900 pages %.2f ms, longest slice %.0f ms, peak %.0f MB\n", longestPage * 1000,
+                longestSlice * 1000, peak / 1024 / 1024);
+    bool holds =
+        Report("first page / the query's first row", Median(firstPage) / Median(bareFirst), 1.5, false);
+    holds &= Report("group tree and page total / stepping the query", Median(whole) / Median(bareWhole), 2.5,
+                    false);
+    holds &= Report("any page later / stepping the query", longestPage / Median(bareWhole), 0.05, false);
+    holds &= Report("longest slice / half a second", longestSlice / kLongestWait, 1, false);
+    return Report("peak of memory / 300 MB", peak / kMostMemory, 1, false) && holds;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const Application application(argc, argv);
+    try {
+        const Workplace place("bench-reports");
+        return Run(Filled(place, argc > 1 ? std::atoi(argv[1]) : 10000)) ? 0 : 1;
+    } catch (const std::exception& failure) {
+        std::printf("%s\n", failure.what());
+        return 1;
+    }
+}

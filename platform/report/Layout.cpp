@@ -320,6 +320,12 @@ std::size_t Layout::GroupCount() const {
     return mThis->mGroups.Size();
 }
 
+std::size_t Layout::GroupLevel(std::size_t index) const {
+    if (index >= mThis->mGroups.Size())
+        Raise(Errors::kOutOfRange, std::to_string(index));
+    return mThis->mGroups.At(index).level;
+}
+
 GroupEntry Layout::Group(std::size_t index) const {
     if (index >= GroupCount())
         Raise(Errors::kOutOfRange, std::to_string(index));

@@ -17,9 +17,9 @@ QIcon ReportIcon(const char* name) {
         return true;
     }();
     const QString standard = QString::fromLatin1(name);
-    return kIsLoaded
-               ? QIcon::fromTheme(standard, QIcon(QStringLiteral(":/report/icons/%1.svg").arg(standard)))
-               : QIcon();
+    if (!kIsLoaded || standard.isEmpty())
+        return {};
+    return QIcon::fromTheme(standard, QIcon(QStringLiteral(":/report/icons/%1.svg").arg(standard)));
 }
 
 } // namespace report

@@ -6,7 +6,7 @@
 
 namespace report {
 
-/// The icon of a standard name, such as "document-print".
+/// The icon of a standard name, such as "document-print"; none for an empty name.
 QIcon ReportIcon(const char* name);
 
 } // namespace report

@@ -6,7 +6,7 @@
 #include "platform/report/ViewerImplementation.h"
 
 #include <QAction>
-#include <QPointer>
+#include <QSplitter>
 #include <QTreeView>
 
 #include <algorithm>
@@ -32,11 +32,11 @@ Viewer::Viewer(Prompts& prompts, Printing& printing, QWidget* parent)
 }
 
 Viewer::~Viewer() {
-    // Parts that point into the report go before it does.
-    mThis->timer.stop();
-    mThis->finder->Stop();
-    mThis->groups->Show(nullptr, 0);
-    mThis->pages->Show({}, {});
+    // Parts that point into the report go before it does, and hear nothing of each other's end.
+    mThis->Disconnect();
+    delete mThis->splitter;
+    delete mThis->finder;
+    delete mThis->groups;
 }
 
 void Viewer::ReportSource(std::shared_ptr<Report> report) {
@@ -73,7 +73,7 @@ void Viewer::ExportReport() {
 
 Viewer::Implementation::Implementation(Viewer& owner, Prompts& questions, Printing& paper)
     : viewer(owner), prompts(questions), printing(paper), format(UsualFormat(false)) {
-    QObject::connect(&timer, &QTimer::timeout, &viewer, [this] { WorkByTimer(); });
+    QObject::connect(&timer, &QTimer::timeout, context.get(), [this] { WorkByTimer(); });
 }
 
 void Viewer::Implementation::Take(std::shared_ptr<Report> source) {

@@ -89,15 +89,13 @@ QString PageOf(int page, int pages) {
 } // namespace
 
 void Viewer::Implementation::Guarded(const std::function<void()>& command) {
+    // The viewer may be gone when the command is over; who answers questions is not.
+    Prompts& asked = prompts;
     try {
         command();
     } catch (const RunTimeError& error) {
-        ShowError(error.number, error.description);
+        asked.MsgBox(error.description, MsgBoxStyle::kCritical, "Error# " + std::to_string(error.number));
     }
-}
-
-void Viewer::Implementation::ShowError(int number, const std::string& description) {
-    prompts.MsgBox(description, MsgBoxStyle::kCritical, "Error# " + std::to_string(number));
 }
 
 std::string Viewer::Implementation::Title() const {

@@ -61,11 +61,11 @@ struct Viewer::Implementation {
     void UpdateZoom();
     void UpdateActions();
     void UpdateStatus();
+    void ShowTree(bool isShown);
 
     // Commands: ViewerCommands.cpp.
     /// Runs a command; what it raises is shown in a box.
     void Guarded(const std::function<void()>& command);
-    void ShowError(int number, const std::string& description);
     void Print();
     void Export();
     void SetUpPage();
@@ -82,7 +82,12 @@ struct Viewer::Implementation {
     bool CompleteFirst();
     std::string Title() const;
 
+    /// Ends what the parts tell: they go one after the other.
+    void Disconnect() { context.reset(); }
+
     Viewer& viewer;
+    /// Receives all that the parts and the timer tell.
+    std::unique_ptr<QObject> context = std::make_unique<QObject>();
     Prompts& prompts;
     Printing& printing;
     FontMeasure measure;
@@ -101,6 +106,8 @@ struct Viewer::Implementation {
     QTimer timer;
     QElapsedTimer sinceTree;
     bool wantsTree = true;
+    /// What the reader has given the tree.
+    int treeWidth = 200;
 
     PageView* pages = nullptr;
     QTreeView* tree = nullptr;

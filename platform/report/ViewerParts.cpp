@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The parts of a viewer: tool bar, group tree, pages, find line, status line, and what they show.
+#include "platform/errors.h"
 #include "platform/report/ReportIcons.h"
 #include "platform/report/ViewerImplementation.h"
 
@@ -36,7 +37,8 @@ struct ActionRow {
 };
 
 constexpr double kZoomStep = 1.25;
-constexpr int kTreeWidth = 200;
+constexpr int kLeastTreeWidth = 80;
+constexpr int kProgressWidth = 200;
 
 constexpr ActionRow kActions[] = {
     {"actPrint", "&Print\u2026", "document-print", "Ctrl+P", [](Implementation& it) { it.Print(); }},
@@ -115,42 +117,45 @@ void Viewer::Implementation::MakeParts() {
     tree->setTextElideMode(Qt::ElideRight);
     tree->setFrameShape(QFrame::NoFrame);
     tree->setModel(groups);
+    tree->setMinimumWidth(kLeastTreeWidth);
+    tree->hide();
     MakeActions();
     MakeToolBar();
     ArrangeParts();
 
     const auto jump = [this](const QModelIndex& index) { Guarded([&] { JumpToGroup(index); }); };
-    QObject::connect(tree, &QTreeView::clicked, &viewer, jump);
+    QObject::connect(tree, &QTreeView::clicked, context.get(), jump);
     // Enter alone on some desktops: a click there is a click here.
-    QObject::connect(tree, &QTreeView::activated, &viewer, jump);
-    QObject::connect(pages, &PageView::CurrentPageChanged, &viewer, [this] { UpdatePageNumber(); });
-    QObject::connect(pages, &PageView::ZoomChanged, &viewer, [this] { UpdateZoom(); });
-    QObject::connect(pages, &PageView::SelectionChanged, &viewer,
+    QObject::connect(tree, &QTreeView::activated, context.get(), jump);
+    QObject::connect(pages, &PageView::CurrentPageChanged, context.get(), [this] { UpdatePageNumber(); });
+    QObject::connect(pages, &PageView::ZoomChanged, context.get(), [this] { UpdateZoom(); });
+    QObject::connect(pages, &PageView::SelectionChanged, context.get(),
                      [this] { Action("actCopy").setEnabled(!pages->SelectedText().isEmpty()); });
-    QObject::connect(findBar, &FindBar::Wanted, &viewer, [this](bool isForward) { Find(isForward); });
-    QObject::connect(findBar, &FindBar::Closed, &viewer, [this] { CloseFind(); });
-    QObject::connect(findBar, &FindBar::Changed, &viewer, [this] {
+    QObject::connect(findBar, &FindBar::Wanted, context.get(), [this](bool isForward) { Find(isForward); });
+    QObject::connect(findBar, &FindBar::Closed, context.get(), [this] { CloseFind(); });
+    QObject::connect(findBar, &FindBar::Changed, context.get(), [this] {
         finder->Stop();
         pages->Highlight(findBar->Sought());
         UpdateActions();
     });
     QObject::connect(
-        finder, &Finder::Found, &viewer, [this](std::size_t page, const TextRange& match, bool hasWrapped) {
+        finder, &Finder::Found, context.get(),
+        [this](std::size_t page, const TextRange& match, bool hasWrapped) {
             pages->Reveal(page, match);
             findBar->Note(hasWrapped ? QStringLiteral("Went on from the report's other end") : QString());
             UpdateActions();
         });
-    QObject::connect(finder, &Finder::FoundNothing, &viewer, [this] {
+    QObject::connect(finder, &Finder::FoundNothing, context.get(), [this] {
         findBar->Note(QStringLiteral("Not found"), true);
         UpdateActions();
     });
-    QObject::connect(finder, &Finder::Moved, &viewer, [this](std::size_t done, std::size_t total) {
+    QObject::connect(finder, &Finder::Moved, context.get(), [this](std::size_t done, std::size_t total) {
         findBar->Note(QStringLiteral("Page %1 of %2 \u2026").arg(Number(done), Number(total)));
     });
-    QObject::connect(finder, &Finder::Failed, &viewer, [this](int number, const QString& description) {
+    QObject::connect(finder, &Finder::Failed, context.get(), [this](int number, const QString& description) {
         findBar->Note({});
         UpdateActions();
-        ShowError(number, description.toStdString());
+        Guarded([&] { throw RunTimeError(number, description.toStdString()); });
     });
 }
 
@@ -168,7 +173,7 @@ void Viewer::Implementation::MakeActions() {
         if (!keys.isEmpty())
             tip += QStringLiteral(" (%1)").arg(keys.first().toString(QKeySequence::NativeText));
         action->setToolTip(tip);
-        QObject::connect(action, &QAction::triggered, &viewer,
+        QObject::connect(action, &QAction::triggered, context.get(),
                          [this, run = row.run] { Guarded([&] { run(*this); }); });
         viewer.addAction(action);
         actions.emplace(row.name, action);
@@ -199,8 +204,8 @@ void Viewer::Implementation::MakeToolBar() {
     inField->setContentsMargins(4, 0, 4, 0);
     inField->addWidget(pageNumber);
     inField->addWidget(pageCount);
-    QObject::connect(pageNumber, &QLineEdit::returnPressed, &viewer, [this] { GoToTypedPage(); });
-    QObject::connect(pageNumber, &QLineEdit::editingFinished, &viewer, [this] { UpdatePageNumber(); });
+    QObject::connect(pageNumber, &QLineEdit::returnPressed, context.get(), [this] { GoToTypedPage(); });
+    QObject::connect(pageNumber, &QLineEdit::editingFinished, context.get(), [this] { UpdatePageNumber(); });
 
     zoom = new QComboBox(toolBar);
     zoom->setObjectName(QStringLiteral("cmbZoom"));
@@ -211,8 +216,8 @@ void Viewer::Implementation::MakeToolBar() {
     for (const int percent : kZooms)
         zoom->addItem(QStringLiteral("%1 %").arg(percent));
     zoom->addItems({QString::fromLatin1(kFitWidth), QString::fromLatin1(kFitPage)});
-    QObject::connect(zoom, &QComboBox::activated, &viewer, [this] { TakeTypedZoom(); });
-    QObject::connect(zoom->lineEdit(), &QLineEdit::returnPressed, &viewer, [this] { TakeTypedZoom(); });
+    QObject::connect(zoom, &QComboBox::activated, context.get(), [this] { TakeTypedZoom(); });
+    QObject::connect(zoom->lineEdit(), &QLineEdit::returnPressed, context.get(), [this] { TakeTypedZoom(); });
 
     for (const std::string_view name : kToolBar) {
         if (name.empty())
@@ -235,7 +240,6 @@ void Viewer::Implementation::ArrangeParts() {
     splitter->addWidget(pages);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({kTreeWidth, 4 * kTreeWidth});
 
     status = new QLabel(&viewer);
     status->setObjectName(QStringLiteral("lblStatus"));
@@ -245,7 +249,7 @@ void Viewer::Implementation::ArrangeParts() {
     progress->setAccessibleName(QStringLiteral("The report is being read"));
     progress->setRange(0, 0);
     progress->setTextVisible(false);
-    progress->setMaximumWidth(kTreeWidth);
+    progress->setMaximumWidth(kProgressWidth);
     progress->setMaximumHeight(status->sizeHint().height());
     auto* const statusRow = new QHBoxLayout;
     statusRow->setContentsMargins(6, 2, 6, 2);
@@ -304,9 +308,20 @@ void Viewer::Implementation::UpdateActions() {
     Action("actCopy").setEnabled(!pages->SelectedText().isEmpty());
     Action("actGroupTree").setEnabled(hasGroups);
     Action("actGroupTree").setChecked(hasGroups && wantsTree);
-    tree->setVisible(hasGroups && wantsTree);
+    ShowTree(hasGroups && wantsTree);
     UpdatePageNumber();
     UpdateZoom();
+}
+
+void Viewer::Implementation::ShowTree(bool isShown) {
+    if (isShown != tree->isHidden())
+        return;
+    // A splitter gives a part that was hidden next to no room.
+    if (!isShown)
+        treeWidth = std::max(tree->width(), kLeastTreeWidth);
+    tree->setVisible(isShown);
+    if (isShown)
+        splitter->setSizes({treeWidth, std::max(splitter->width() - treeWidth, treeWidth)});
 }
 
 void Viewer::Implementation::UpdateStatus() {

@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QProgressBar>
 
 const char* const kByMachine = R"(
 [[report-header.line]]
@@ -21,13 +22,19 @@ objects = [
 objects = [{special = "page-number", prefix = "Page ", align = "center"}]
 )";
 
+const char* const kAsRead = R"(
+[[detail.line]]
+objects = [{field = "{Programs.Program}"}]
+)";
+
 report::Printing::Change FakePrinting::ChangeDefault(const std::string& deviceName) {
     Change change;
     change.isReached = change.isChanged = !deviceName.empty();
     return change;
 }
 
-bool FakePrinting::AskForJob(QWidget* owner, const std::string& printerName, int pages, report::PrintJob& job) {
+bool FakePrinting::AskForJob(QWidget* owner, const std::string& printerName, int pages,
+                             report::PrintJob& job) {
     EXPECT_NE(owner, nullptr);
     askedPrinter = printerName;
     askedPages = pages;
@@ -37,8 +44,9 @@ bool FakePrinting::AskForJob(QWidget* owner, const std::string& printerName, int
     return !isCancelled;
 }
 
-void FakePrinting::Print(const report::PrintJob& job, const report::PageFormat& format, const std::string& name,
-                         int pages, const std::function<void(int number, QPainter& painter)>& paint,
+void FakePrinting::Print(const report::PrintJob& job, const report::PageFormat& format,
+                         const std::string& name, int pages,
+                         const std::function<void(int number, QPainter& painter)>& paint,
                          const std::function<bool(int number)>& progress) {
     title = name;
     if (failure)
@@ -69,6 +77,10 @@ void ViewerTest::View(std::unique_ptr<report::Report> report) {
 void ViewerTest::Finish() {
     while (viewer->IsBusy()) {
     }
+}
+
+void ViewerTest::WaitUntilIdle() {
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Find<QProgressBar>("pgbWork")->isHidden(); }, 20'000));
 }
 
 void ViewerTest::Show(int count) {

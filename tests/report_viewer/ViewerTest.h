@@ -24,6 +24,8 @@
 
 /// A document of the table Programs with a group for each machine.
 extern const char* const kByMachine;
+/// One without groups, whose rows stay in the order in which they come.
+extern const char* const kAsRead;
 
 class FakePrinting final : public report::Printing {
 public:
@@ -32,8 +34,8 @@ public:
     Change ChangeDefault(const std::string& deviceName) override;
     bool AskForJob(QWidget* owner, const std::string& printerName, int pages, report::PrintJob& job) override;
     bool SetUp(QWidget* owner) override { return owner != nullptr; }
-    void Print(const report::PrintJob& job, const report::PageFormat& format, const std::string& title, int pages,
-               const std::function<void(int number, QPainter& painter)>& paint,
+    void Print(const report::PrintJob& job, const report::PageFormat& format, const std::string& title,
+               int pages, const std::function<void(int number, QPainter& painter)>& paint,
                const std::function<bool(int number)>& progress) override;
 
     /// What the dialog answers, and what goes on while it is open.
@@ -57,6 +59,8 @@ protected:
     void View(std::unique_ptr<report::Report> report);
     /// Asks IsBusy to the end, as owners do.
     void Finish();
+    /// Lets the viewer work by itself until it has nothing more to do.
+    void WaitUntilIdle();
     /// A report of `count` programs by machine, complete.
     void Show(int count);
 

@@ -118,7 +118,8 @@ void FixChanges(ADODB::Recordset& comparison, const std::string& folder) {
     std::string lastMachine;
     for (comparison.MoveFirst(); !comparison.EndOfFile(); comparison.MoveNext()) {
         const ADODB::FieldList& fields = comparison.Fields();
-        if (!Differ(fields.Item("Org").Value(), fields.Item("Cur").Value()))
+        const ADODB::Value original = fields.Item("Org").Value();
+        if (!Differ(original, fields.Item("Cur").Value()))
             continue;
         const std::string machine(fields.Item("COMPUTERNAME").Text());
         if (machine == lastMachine)

@@ -58,8 +58,9 @@ bool FileExists(const std::string& filename) {
 }
 
 std::vector<std::string> Available(const std::string& folder) {
+    const DirectoryListing documents(folder, ".RPT");
     std::vector<std::string> reports;
-    for (const std::string& name : DirectoryListing(folder, ".RPT").Names())
+    for (const std::string& name : documents.Names())
         if (FileExists(JoinPath(folder, ChangeFileExtension(name, ".RNI"))))
             reports.push_back(name);
     return reports;

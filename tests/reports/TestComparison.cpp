@@ -147,14 +147,14 @@ TEST_F(ComparisonTest, FixChangesWalksWhateverTheSharedRecordsetHolds) {
     Open(0);
     gRecordset = std::make_shared<ADODB::Recordset>();
     gRecordset->Open("SELECT * FROM Net", gConnection);
-    prompts.Expect(Box("Error #3265", "Item cannot be found in the collection: Org", MsgBoxStyle::kCritical));
+    prompts.Expect(Box("Error #3265", "There is no field of this name or position: Org", MsgBoxStyle::kCritical));
     Fix();
     gRecordset->Close();
     prompts.Expect(
-        Box("Error #3704", "Operation is not allowed when the object is closed", MsgBoxStyle::kCritical));
+        Box("Error #3704", "The recordset is closed", MsgBoxStyle::kCritical));
     Fix();
     gRecordset.reset();
-    prompts.Expect(Box("Error #91", "Object variable not set", MsgBoxStyle::kCritical));
+    prompts.Expect(Box("Error #91", "There is no object here", MsgBoxStyle::kCritical));
     Fix();
     EXPECT_TRUE(Find("frmCRPCompare")->isVisible());
 }

@@ -10,7 +10,7 @@
 
 std::string AskForExportPath(const ExportContext& context, const std::string& filter) {
     context.form.StatusText("Enter a export filename name ...");
-    const std::string path = WithoutNuls(FileModule::ShowSaveDialog(
+    std::string path = WithoutNuls(FileModule::ShowSaveDialog(
         context.prompts, filter, "Please enter export filename", "csv", context.programFolder));
     context.form.StatusText("");
     if (path.empty() || !FileExists(path))

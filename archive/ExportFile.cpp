@@ -2,19 +2,25 @@
 #include "archive/ExportFile.h"
 
 #include "core/FileModule.h"
+#include "core/Globals.h"
 #include "core/MainForm.h"
 #include "platform/codepage.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/prompts.h"
 
+#include <filesystem>
+
 std::string AskForExportPath(const ExportContext& context, const std::string& filter) {
     context.form.StatusText("Enter a export filename name ...");
-    const std::string path = WithoutNuls(FileModule::ShowSaveDialog(
+    std::string path = WithoutNuls(FileModule::ShowSaveDialog(
         context.prompts, filter, "Please enter export filename", "csv", context.programFolder));
     context.form.StatusText("");
     if (path.empty() || !FileExists(path))
         return path;
+    // What is open can not be overwritten; the database would go on in a file without a name.
+    if (std::error_code ignored; std::filesystem::equivalent(path, gDatabasePath, ignored))
+        Raise(Errors::kPermissionDenied, path);
     const MsgBoxAnswer answer = context.prompts.MsgBox(
         "Overwrite '" + path + "' this file?",
         MsgBoxStyle::kYesNo + MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2, "Overwrite?");

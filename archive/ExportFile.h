@@ -22,7 +22,7 @@ struct ExportContext {
 };
 
 /// Asks where to export to, and whether to overwrite what stands there. The path without NUL characters;
-/// empty where the user wants no export.
+/// empty where the user wants no export. Raises error 70 for the open database.
 std::string AskForExportPath(const ExportContext& context, const std::string& filter);
 
 /// Runs an export; a failure ends it with a box, but for error 91, which ends it in silence.

@@ -35,10 +35,10 @@ namespace {
 constexpr const char* kMarker = ".pnf";
 constexpr std::array kInventoryFiles = {".ORG", ".INF", ".PNF"};
 
-/// Whether a file in the inventory folder can be named after the machine.
+/// Whether a file in the inventory folder can be named after the machine. Hidden files are none of its own.
 bool IsFileName(std::string_view machine) {
-    return machine.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos &&
-           machine.find_first_not_of('.') != std::string_view::npos;
+    return !machine.empty() && machine.front() != '.' &&
+           machine.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos;
 }
 
 void DeleteIfThere(const std::string& path) {

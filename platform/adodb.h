@@ -65,7 +65,8 @@ public:
 
     /// Deletes all rows of `table`, and those of other tables that hang on them, as a DELETE with its
     /// cascades does, but table by table rather than row by row where no row of theirs can stay. All of it or
-    /// nothing, in the open transaction if there is one. Calls `progress` many times a second meanwhile.
+    /// nothing, in the open transaction if there is one. Calls `progress` at each table, and within one where
+    /// its rows are checked.
     void EmptyTable(std::string_view table, const std::function<void()>& progress = {});
 
     void BeginTrans();

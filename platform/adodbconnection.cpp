@@ -326,8 +326,11 @@ void Connection::EmptyTable(std::string_view table, const std::function<void()>&
         return RunPlain(*mState, "DELETE FROM " + QuotedName(table));
     const WithoutReferences emptying(mState->database);
     AsOne(*mState, [&] {
-        for (const std::string& each : tables)
+        for (const std::string& each : tables) {
             RunPlain(*mState, "DELETE FROM " + QuotedName(each));
+            if (progress)
+                progress();
+        }
     });
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the list shows, written as comma-separated lines.
 #include "archive/ListExport.h"
+#include "core/Globals.h"
 #include "platform/codepage.h"
 #include "tests/archive/ExportTest.h"
 #include "tests/support/SmallFiles.h"
@@ -104,6 +105,11 @@ TEST_F(ListExportTest, TellsWhyAFileCanNotBe) {
     ExpectPath("missing/list.csv");
     prompts.Expect(Box("Error #76", "Path not found: " + folder.Path("missing"), 16));
     command.mnuExport();
+    gDatabasePath = folder.Path("Demodb.mdb");
+    ExpectPath("Demodb.mdb");
+    prompts.Expect(Box("Error #70", "Permission denied: " + gDatabasePath, 16));
+    command.mnuExport();
+    gDatabasePath.clear();
 }
 
 } // namespace

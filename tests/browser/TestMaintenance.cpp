@@ -229,7 +229,7 @@ TEST_F(MaintenanceTest, ANameNeverLeadsOutOfTheFolder) {
     folder.WriteFile("INF/sub/PC1.ORG", "content");
     WriteFiles({".ORG", "..ORG", "...ORG"});
     form.node = "ALL";
-    Select({"../PC1", "sub/PC1", "sub\\PC1", ".", "..", ""});
+    Select({"../PC1", "sub/PC1", "sub\\PC1", ".", "..", ".PC1", ""});
     prompts.Expect(Box("Remove Selected Machines Completely?",
                        "You are about to DELETE all the Selected Machines COMPLETELY ! This is not "
                        "reversable are you sure you want to continue?"),

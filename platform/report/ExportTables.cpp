@@ -7,9 +7,6 @@ namespace report {
 
 namespace {
 
-/// Steps between two reports of the progress.
-constexpr std::size_t kSteps = 256;
-
 /// Which fields and formulas of a document its objects and groups use.
 struct Usage {
     explicit Usage(const Document& document)
@@ -53,7 +50,7 @@ bool GoesOn(const ExportProgress& progress, double share) {
 bool ExportSteps::Next() {
     if (mIsStopped)
         return false;
-    if (mDone++ % kSteps == 0) {
+    if (mDone++ % mStride == 0) {
         const double share =
             mCount == 0 ? 1 : static_cast<double>(mDone) / static_cast<double>(std::max(mCount, mDone));
         mIsStopped = !GoesOn(mProgress, mFrom + (mTo - mFrom) * share);

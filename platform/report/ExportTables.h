@@ -17,8 +17,10 @@ namespace report {
 /// Tells an export's progress now and then, and remembers that it was stopped.
 class ExportSteps {
 public:
-    ExportSteps(const ExportProgress& progress, double from, double to, std::size_t count)
-        : mProgress(progress), mFrom(from), mTo(to), mCount(count) {}
+    /// `count` steps take the progress from one share to another, told every `stride` steps.
+    ExportSteps(const ExportProgress& progress, double from, double to, std::size_t count,
+                std::size_t stride = 256)
+        : mProgress(progress), mFrom(from), mTo(to), mCount(count), mStride(stride) {}
 
     /// One more step; false from the stop on.
     bool Next();
@@ -29,6 +31,7 @@ private:
     double mFrom;
     double mTo;
     std::size_t mCount;
+    std::size_t mStride;
     std::size_t mDone = 0;
     bool mIsStopped = false;
 };
@@ -51,7 +54,8 @@ public:
     /// The tables of a complete report, its own first.
     static std::vector<ExportTable> Of(const Report& report);
 
-    const std::string& Title() const { return mReport->Definition().title; }
+    const Document& Definition() const { return mReport->Definition(); }
+    const std::string& Title() const { return Definition().title; }
     /// The fields that an object shows or a group uses, in the order of their definition, then the formulas
     /// that an object shows; all fields where the document shows none.
     const std::vector<ExportColumn>& Columns() const { return mColumns; }

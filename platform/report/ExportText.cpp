@@ -30,6 +30,19 @@ bool IsEscapeAt(std::string_view text, std::size_t position) {
            });
 }
 
+/// Whether a byte is a character that stands for itself wherever it is written.
+bool IsPlain(char c) {
+    return c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>' && c != '"' && c != '_';
+}
+
+/// How many plain characters stand from `position` on.
+std::size_t PlainRun(std::string_view text, std::size_t position) {
+    std::size_t end = position;
+    while (end < text.size() && IsPlain(text[end]))
+        ++end;
+    return end - position;
+}
+
 bool BeginsFormula(std::string_view text) {
     // The last four are = + - @ in full width.
     constexpr std::array<char32_t, 9> kFirst = {U'=',   U'+',   U'-',   U'@',  U'\'',
@@ -86,6 +99,11 @@ std::string PlainText(const ADODB::Value& value, bool isFlag) {
 
 void AppendHTML(std::string& html, std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
+        const std::size_t plain = PlainRun(text, at);
+        html.append(text, at, plain);
+        at += plain;
+        if (at == text.size())
+            break;
         const Character character = CharacterAt(text, at);
         const char32_t code = character.code;
         if (code == U'&')
@@ -128,6 +146,11 @@ std::string WorkbookText(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
+        const std::size_t plain = PlainRun(text, at);
+        result.append(text, at, plain);
+        at += plain;
+        if (at == text.size())
+            break;
         const Character character = CharacterAt(text, at);
         const char32_t code = character.code;
         if (code < 0x20 && code != U'\n' && code != U'\t') {

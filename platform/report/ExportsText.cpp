@@ -8,29 +8,32 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
+#include <iterator>
+#include <set>
 
 namespace report {
 
 namespace {
 
-constexpr int kPortraitColumns = 120;
-constexpr int kLandscapeColumns = 160;
+/// Of a page, before the gaps between its columns.
+constexpr int kPortraitColumns = 110;
+constexpr int kLandscapeColumns = 150;
 constexpr int kPageLines = 60;
-/// Points of a character's cell.
-constexpr double kCellWidth = 6;
+/// Points of a character's cell. It is so wide, and its character a little less, that the distance which a
+/// layout keeps from an object's sides costs no column.
+constexpr double kCellWidth = 600;
+constexpr double kCharacterWidth = 599;
 constexpr double kCellHeight = 12;
 /// Empty space that reads as a line of its own.
 constexpr double kGap = kCellHeight / 3;
 /// What is lower than this is a rule, anything else a ground.
 constexpr double kRuleHeight = kCellHeight / 3;
 
-/// Every character fills one cell, whatever its size. A text is taken for a cell wider than it is, so that
-/// two that stand side by side never touch.
+/// Every character fills one cell, whatever its size.
 class CellMeasure final : public TextMeasure {
 public:
     double Width(const TextStyle&, std::string_view text) const override {
-        return text.empty() ? 0 : kCellWidth * static_cast<double>(CharacterCount(text) + 1);
+        return kCharacterWidth * static_cast<double>(CharacterCount(text));
     }
     double LineHeight(const TextStyle&) const override { return kCellHeight; }
     double Ascent(const TextStyle&) const override { return kCellHeight * 0.8; }
@@ -40,16 +43,48 @@ std::size_t Column(double points) {
     return static_cast<std::size_t>(std::max(0.0, std::round(points / kCellWidth)));
 }
 
-/// Where a text begins within its object.
-std::size_t Start(const PlacedText& text) {
-    const std::size_t left = Column(text.left);
-    const std::size_t right = Column(text.left + text.width);
-    const std::size_t taken = CharacterCount(text.text) + 1;
-    if (text.alignment == Alignment::Left || left + taken >= right)
-        return left;
-    const std::size_t spare = right - left - taken;
-    return text.alignment == Alignment::Right ? left + spare : left + spare / 2;
-}
+/// Where the places of a page come to stand in a line of text. Each left edge that the document has moves
+/// what is right of it by one column, so that two texts side by side never touch, and columns stay straight.
+class Columns {
+public:
+    Columns(const Report& report, double width) {
+        AddEdges(report.Definition(), width);
+        for (const ExportTable& table : ExportTable::Of(report))
+            AddEdges(table.Definition(), width);
+    }
+
+    std::size_t Left(double points) const {
+        const std::size_t column = Column(points);
+        return column + static_cast<std::size_t>(std::distance(mEdges.begin(), mEdges.upper_bound(column)));
+    }
+    /// Behind the last character of what ends there.
+    std::size_t Right(double points) const {
+        const std::size_t column = Column(points);
+        return column + static_cast<std::size_t>(std::distance(mEdges.begin(), mEdges.lower_bound(column)));
+    }
+
+    /// Where a text begins within its object.
+    std::size_t Start(const PlacedText& text) const {
+        const std::size_t left = Left(text.left);
+        const std::size_t right = Right(text.left + text.width);
+        const std::size_t taken = CharacterCount(text.text);
+        if (text.alignment == Alignment::Left || left + taken >= right)
+            return left;
+        const std::size_t spare = right - left - taken;
+        return text.alignment == Alignment::Right ? left + spare : left + spare / 2;
+    }
+
+private:
+    void AddEdges(const Document& document, double width) {
+        for (const Section& section : document.sections)
+            for (const Line& line : section.lines)
+                for (const ObjectDefinition& object : line.objects)
+                    if (const std::size_t column = Column(object.left / 100 * width); column > 0)
+                        mEdges.insert(column);
+    }
+
+    std::set<std::size_t> mEdges;
+};
 
 /// A line under way: texts at their columns, from left to right.
 class TextLine {
@@ -77,7 +112,7 @@ struct Row {
     bool isRule = false;
 };
 
-void AddTexts(const Page& page, std::vector<Row>& rows) {
+void AddTexts(const Page& page, const Columns& columns, std::vector<Row>& rows) {
     std::vector<const PlacedText*> texts;
     for (const PlacedText& text : page.texts)
         if (text.text.find_first_not_of(' ') != std::string::npos)
@@ -93,25 +128,26 @@ void AddTexts(const Page& page, std::vector<Row>& rows) {
                          [](const PlacedText* a, const PlacedText* b) { return a->left < b->left; });
         TextLine line;
         for (auto text = first; text != end; ++text)
-            line.Put(Start(**text), (*text)->text);
+            line.Put(columns.Start(**text), (*text)->text);
         rows.push_back({(*first)->top, (*first)->top + kCellHeight, line.Text(), false});
         first = end;
     }
 }
 
-void AddFills(const Page& page, std::vector<Row>& rows) {
+void AddFills(const Page& page, const Columns& columns, std::vector<Row>& rows) {
     for (const PlacedFill& fill : page.fills) {
         const bool isRule = fill.height < kRuleHeight;
-        const std::size_t left = Column(fill.left);
-        const std::size_t right = std::max(Column(fill.left + fill.width), left + 1);
+        const std::size_t left = columns.Left(fill.left);
+        const std::size_t right = std::max(columns.Right(fill.left + fill.width), left + 1);
         TextLine line;
-        line.Put(left, std::string(right - left - 1, '-'));
+        line.Put(left, std::string(right - left, '-'));
         const double bottom = fill.top + fill.height;
-        rows.push_back({isRule ? fill.top : bottom, bottom, line.Text(), true});
+        // A ground ends where the next line begins; its foot comes before that.
+        rows.push_back({isRule ? fill.top : bottom - kGap / 2, bottom, line.Text(), true});
     }
 }
 
-void AddCharts(const Page& page, std::vector<Row>& rows) {
+void AddCharts(const Page& page, const Columns& columns, std::vector<Row>& rows) {
     for (const PlacedChart& chart : page.charts) {
         std::size_t widest = 0;
         for (const auto& [label, count] : chart.slices)
@@ -122,9 +158,10 @@ void AddCharts(const Page& page, std::vector<Row>& rows) {
         double top = chart.top;
         const auto add = [&](const std::string& label, std::size_t count) {
             TextLine line;
-            line.Put(Column(chart.left), label);
+            line.Put(columns.Left(chart.left), label);
             const std::string number = std::to_string(count);
-            line.Put(Column(chart.left) + widest + 10 - std::min<std::size_t>(number.size(), 8), number);
+            line.Put(columns.Left(chart.left) + widest + 10 - std::min<std::size_t>(number.size(), 8),
+                     number);
             rows.push_back({top, top + kCellHeight, line.Text(), false});
             top += kCellHeight;
         };
@@ -138,11 +175,11 @@ void AddCharts(const Page& page, std::vector<Row>& rows) {
     }
 }
 
-std::string TextOf(const Page& page) {
+std::string TextOf(const Page& page, const Columns& columns) {
     std::vector<Row> rows;
-    AddTexts(page, rows);
-    AddCharts(page, rows);
-    AddFills(page, rows);
+    AddTexts(page, columns, rows);
+    AddCharts(page, columns, rows);
+    AddFills(page, columns, rows);
     std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) { return a.top < b.top; });
     std::string text;
     double bottom = rows.empty() ? 0 : rows.front().top;
@@ -164,9 +201,10 @@ std::string TextOf(const Page& page) {
 
 bool WriteText(const Report& report, ReplacedFile& file, const ExportProgress& progress) {
     using namespace std::chrono_literals;
-    const int columns = report.Definition().isLandscape ? kLandscapeColumns : kPortraitColumns;
-    // One more for the empty cell behind the last text.
-    const PageFormat format{(columns + 1) * kCellWidth, kPageLines * kCellHeight, 0, 0, 0, 0};
+    const double width =
+        kCellWidth * (report.Definition().isLandscape ? kLandscapeColumns : kPortraitColumns);
+    const PageFormat format{width, kPageLines * kCellHeight, 0, 0, 0, 0};
+    const Columns columns(report, width);
     const CellMeasure measure;
     Layout layout(report, format, measure);
     constexpr double kLayoutShare = 0.4;
@@ -174,13 +212,14 @@ bool WriteText(const Report& report, ReplacedFile& file, const ExportProgress& p
         if (!GoesOn(progress, 0))
             return false;
     } while (layout.Work(50ms));
-    ExportSteps steps(progress, kLayoutShare, 1, layout.PageCount());
+    constexpr std::size_t kPagesBetweenReports = 4;
+    ExportSteps steps(progress, kLayoutShare, 1, layout.PageCount(), kPagesBetweenReports);
     for (std::size_t page = 0; page < layout.PageCount(); ++page) {
         if (!steps.Next())
             return false;
         if (page > 0)
             file.Write("\n");
-        file.Write(TextOf(layout.BuildPage(page)));
+        file.Write(TextOf(layout.BuildPage(page), columns));
     }
     return true;
 }

@@ -15,7 +15,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cmath>
+#include <future>
 #include <memory>
 #include <set>
 
@@ -24,6 +26,8 @@ namespace report {
 namespace {
 
 constexpr std::size_t kSheetName = 31;
+/// Of the progress, until the workbook is packed.
+constexpr double kRowsShare = 0.6;
 constexpr std::string_view kSheetEnd = "</worksheet>";
 
 /// Names for sheets: at most 31 UTF-16 units without []:*?/\ or an apostrophe at either end, each but once.
@@ -108,12 +112,16 @@ public:
         Look();
     }
 
-    void Close() {
-        errno = 0;
-        if (workbook_close(mBook.release()) != LXW_NO_ERROR)
-            RaiseSystem(errno == 0 ? ENOSPC : errno, mTarget);
-        for (int number = 1; number <= mSheetCount; ++number)
-            Check("xl/worksheets/sheet" + std::to_string(number) + ".xml");
+    /// Packs the workbook. That can not be stopped, so it goes on beside, while `progress` is told every now
+    /// and then; false where it asked to stop.
+    bool Close(const ExportProgress& progress) {
+        using namespace std::chrono_literals;
+        std::future<void> packing = std::async(std::launch::async, [this] { Pack(); });
+        bool goesOn = true;
+        while (packing.wait_for(50ms) != std::future_status::ready)
+            goesOn = goesOn && GoesOn(progress, kRowsShare);
+        packing.get();
+        return goesOn;
     }
 
 private:
@@ -129,6 +137,14 @@ private:
             worksheet_write_number(mSheet, mRow, column, *number, nullptr);
         else if (const std::string text = WorkbookText(PlainText(value, isFlag)); !text.empty())
             worksheet_write_string(mSheet, mRow, column, text.c_str(), nullptr);
+    }
+
+    void Pack() {
+        errno = 0;
+        if (workbook_close(mBook.release()) != LXW_NO_ERROR)
+            RaiseSystem(errno == 0 ? ENOSPC : errno, mTarget);
+        for (int number = 1; number <= mSheetCount; ++number)
+            Check("xl/worksheets/sheet" + std::to_string(number) + ".xml");
     }
 
     /// Raises the error of the sheet's file, if it had one.
@@ -187,16 +203,15 @@ bool WriteXLSX(const Report& report, ReplacedFile& file, const ExportProgress& p
     Workbook book(file, report.Definition().title, sheetRows);
     for (std::size_t i = 0; i < tables.size(); ++i) {
         const auto number = static_cast<double>(i);
-        // The last tenth is for packing, which can not be stopped.
-        ExportSteps steps(progress, 0.9 * number / count, 0.9 * (number + 1) / count, tables[i].StepCount());
+        ExportSteps steps(progress, kRowsShare * number / count, kRowsShare * (number + 1) / count,
+                          tables[i].StepCount());
         book.BeginSheet(tables[i]);
         tables[i].ForEachRow(steps, [&](const Row& row) { book.Add(tables[i], row); });
         if (steps.IsStopped())
             return false;
         book.EndSheet(tables[i]);
     }
-    book.Close();
-    return true;
+    return book.Close(progress);
 }
 
 } // namespace report

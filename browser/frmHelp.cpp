@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QHelpContentModel>
@@ -27,6 +28,7 @@
 #include <QToolBar>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -241,9 +243,25 @@ void frmHelp::ComeForward(int tab) {
     tabHelp->setCurrentIndex(tab);
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
+    JoinModalWindow();
     raise();
     activateWindow();
     tabHelp->currentWidget()->setFocus();
+}
+
+/// A modal window holds up all but those that belong to it; while one stands, the help belongs to it. The
+/// window manager is not told of it, or the help would lie on the dialog for good.
+void frmHelp::JoinModalWindow() {
+    QWindow* const modal = QGuiApplication::modalWindow();
+    if (modal != nullptr && windowHandle() != nullptr)
+        windowHandle()->setTransientParent(modal);
+}
+
+bool frmHelp::event(QEvent* event) {
+    const bool isDone = QMainWindow::event(event);
+    if (event->type() == QEvent::WindowBlocked)
+        JoinModalWindow();
+    return isDone;
 }
 
 void frmHelp::ShowContents() {

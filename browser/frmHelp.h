@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The help window: contents, index and search on the left, the page on the right. It stands beside the main
-// window, is made when help is first asked for, destroys itself when it is closed, and remembers nothing.
+// window and can be used beside any dialog, is made when help is first asked for, destroys itself when it is
+// closed, and remembers nothing.
 #pragma once
 
 #include "browser/HelpBook.h"
@@ -36,6 +37,7 @@ public:
     const HelpBook& Book() const { return *mBook; }
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -48,6 +50,7 @@ private:
     void AddKey(const char* key, void (frmHelp::*slot)());
 
     void ComeForward(int tab);
+    void JoinModalWindow();
     void MarkInContents(const QUrl& place);
     void ShowKeyword(const QModelIndex& entry);
     void StartSearch();

@@ -6,7 +6,6 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QVariant>
-#include <QWindow>
 
 #include <utility>
 
@@ -14,16 +13,6 @@ namespace {
 
 constexpr const char* kTopic = "helpTopic";
 constexpr const char* kMessages = "messages.html";
-
-/// A dialog that is about to be shown and would hold up every window of the program.
-void LeaveOtherWindowsAlone(QDialog& dialog) {
-    if (dialog.windowModality() != Qt::ApplicationModal || dialog.parentWidget() == nullptr)
-        return;
-    dialog.setWindowModality(Qt::WindowModal);
-    // A window that exists by now has been told otherwise.
-    if (dialog.windowHandle() != nullptr)
-        dialog.windowHandle()->setModality(Qt::WindowModal);
-}
 
 bool IsHelpKey(const QEvent& event) {
     const auto& key = static_cast<const QKeyEvent&>(event);
@@ -54,13 +43,8 @@ HelpKey::HelpKey(Show show, QObject* parent) : QObject(parent), mShow(std::move(
 }
 
 bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Polish) {
-        if (auto* const dialog = qobject_cast<QDialog*>(watched))
-            LeaveOtherWindowsAlone(*dialog);
-    } else if (event->type() == QEvent::KeyPress && watched->isWidgetType() && IsHelpKey(*event)) {
-        return Answer(static_cast<const QWidget&>(*watched));
-    }
-    return false;
+    return event->type() == QEvent::KeyPress && watched->isWidgetType() && IsHelpKey(*event) &&
+           Answer(static_cast<const QWidget&>(*watched));
 }
 
 bool HelpKey::Answer(const QWidget& widget) {

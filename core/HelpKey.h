@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // F1 in a dialog opens the help at the page that explains it. A window names its page where it is built;
 // one that names none has that of the window it belongs to, and a message box has the page of all messages.
-// So that the help can be read beside a dialog, a dialog that is run holds up the windows it belongs to, and
-// not the whole program.
 #pragma once
 
 #include <QObject>

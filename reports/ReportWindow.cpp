@@ -2,6 +2,7 @@
 #include "reports/ReportWindow.h"
 
 #include "core/FormRegistry.h"
+#include "core/HelpKey.h"
 #include "core/frmCompiling.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
@@ -35,6 +36,7 @@ ReportWindow::ReportWindow(ReportContext context, const char* name, const char* 
                            std::span<const MenuRow> menu)
     : mContext(std::move(context)), mViewer(new report::Viewer(mContext.prompts, mContext.printing, this)) {
     setObjectName(name);
+    HelpTopic(*this, "reports.html");
     mViewer->setObjectName(viewerName);
     setCentralWidget(mViewer);
     BuildMenu(menu);

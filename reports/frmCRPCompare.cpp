@@ -2,6 +2,7 @@
 #include "reports/frmCRPCompare.h"
 
 #include "core/Globals.h"
+#include "core/HelpKey.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
 #include "platform/report/Viewer.h"
@@ -25,6 +26,7 @@ frmCRPCompare::frmCRPCompare(const ReportContext& context)
                         {"mnuSplit", "", nullptr},
                         {"mnuClose", "&Close", Close}}}) {
     setWindowTitle("Component Comparison Report");
+    HelpTopic(*this, "comparison.html");
 }
 
 void frmCRPCompare::FirstActivation() {

@@ -2,6 +2,7 @@
 #include "reports/frmCustomReports.h"
 
 #include "core/FormRegistry.h"
+#include "core/HelpKey.h"
 #include "core/MainForm.h"
 #include "platform/accesssql.h"
 #include "platform/errors.h"
@@ -21,6 +22,7 @@
 frmCustomReports::frmCustomReports(const ReportContext& context)
     : QDialog(context.form.OwnerWindow()), mContext(context) {
     setObjectName("frmCustomReports");
+    HelpTopic(*this, "customreports.html");
     setWindowTitle("Custom Reports Available");
     BuildControls();
     Load();

@@ -2,6 +2,7 @@
 #include "reports/frmSelectPrinter.h"
 
 #include "core/FormRegistry.h"
+#include "core/HelpKey.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
 #include "platform/report/Printing.h"
@@ -39,6 +40,7 @@ frmSelectPrinter& frmSelectPrinter::Loaded(Prompts& prompts, report::Printing& p
 frmSelectPrinter::frmSelectPrinter(Prompts& prompts, report::Printing& printing)
     : mPrompts(prompts), mPrinting(printing) {
     setObjectName(kName);
+    HelpTopic(*this, "printers.html");
     setWindowTitle("Please Select a Printer");
     BuildControls();
     FormRegistry::Instance().Load(kName, this, [this] {

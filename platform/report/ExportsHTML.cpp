@@ -108,7 +108,8 @@ public:
         std::string text;
         for (const Line& line : SectionOf(mDocument, SectionKind::PageFooter).lines)
             for (const ObjectDefinition& object : line.objects)
-                if (object.kind == Kind::Text && !mReport.Text(object).empty())
+                if (object.kind == Kind::Text && !mReport.Text(object).empty() &&
+                    mReport.Text(object) != mDocument.title)
                     text.append(text.empty() ? "" : " ").append(mReport.Text(object));
         WriteElement("p", text);
     }
@@ -179,7 +180,7 @@ private:
             const std::string text = GroupText(level, row);
             const int heading = std::min(mHeadingLevel + static_cast<int>(level), 6);
             const bool isInnermost = level + 1 == mDocument.groups.size();
-            if (isInnermost && mShown.Rows().kind == SectionKind::GroupFooter)
+            if (!IsShown(level) || (isInnermost && mShown.Rows().kind == SectionKind::GroupFooter))
                 continue;
             // The innermost group's heading is the caption of its table, where it has one table.
             if (isInnermost && !HasTablePerRow())
@@ -192,17 +193,25 @@ private:
     void CloseGroups(std::size_t level) {
         if (!mTotals.HasRows())
             return;
+        bool isShown = false;
         for (std::size_t group = mDocument.groups.size(); group-- > level;) {
             const Section& footer = SectionOf(mDocument, SectionKind::GroupFooter, group);
+            isShown = isShown || IsShown(group);
             if (&footer != &mShown.Rows()) {
                 WriteFooter(footer, group);
-                CloseTable();
             } else if (!mShown.Columns().empty()) {
                 WriteRow(group);
+                isShown = false;
             }
         }
-        if (mShown.Rows().kind == SectionKind::Detail && !mDocument.groups.empty())
+        if (isShown)
             CloseTable();
+    }
+
+    /// A group without header and footer is there for the group tree alone, and divides no table.
+    bool IsShown(std::size_t group) const {
+        return !SectionOf(mDocument, SectionKind::GroupHeader, group).lines.empty() ||
+               !SectionOf(mDocument, SectionKind::GroupFooter, group).lines.empty();
     }
 
     bool HasTablePerRow() const { return mShown.IsLabelled() || mShown.Columns().empty() || HasSubreports(); }

@@ -137,6 +137,13 @@ void AddTexts(const Page& page, const Columns& columns, std::vector<Row>& rows) 
 void AddFills(const Page& page, const Columns& columns, std::vector<Row>& rows) {
     for (const PlacedFill& fill : page.fills) {
         const bool isRule = fill.height < kRuleHeight;
+        // Of grounds below each other the last one alone has a foot.
+        const auto goesOn = [&fill](const PlacedFill& other) {
+            return other.height >= kRuleHeight && std::abs(other.top - fill.top - fill.height) < kGap / 2 &&
+                   std::abs(other.left - fill.left) < kCellWidth;
+        };
+        if (!isRule && std::any_of(page.fills.begin(), page.fills.end(), goesOn))
+            continue;
         const std::size_t left = columns.Left(fill.left);
         const std::size_t right = std::max(columns.Right(fill.left + fill.width), left + 1);
         TextLine line;

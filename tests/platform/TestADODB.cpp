@@ -202,7 +202,9 @@ TEST_F(ADODBTest, AnEmptiedTableTakesAlongWhatADeleteWould) {
     EXPECT_EQ(rows(), "2 3 2 2 ") << "part of a transaction";
     connection->EmptyTable("Device");
     EXPECT_EQ(rows(), "2 3 0 0 ") << "table by table";
-    EXPECT_EQ(One("PRAGMA foreign_keys"), "1");
+    EXPECT_EQ(ErrorOf([&] { connection->Execute("INSERT INTO Protocol (Device) VALUES ('z')"); }),
+              Errors::kDatabase)
+        << "parents are looked for again";
     connection->EmptyTable("Net");
     EXPECT_EQ(rows(), "0 1 0 0 ") << "a row that belongs to no machine stays";
     EXPECT_EQ(One("SELECT ConfID FROM PC"), "7");

@@ -30,7 +30,8 @@ std::string Names(std::string_view table) {
 }
 
 std::string Blanks(std::size_t count) {
-    return std::string(count, ' ');
+    std::string blanks(count, ' ');
+    return blanks;
 }
 
 class MachineDumpTest : public ExportTest {

@@ -21,13 +21,12 @@ namespace report {
 
 namespace {
 
-/// Rows lie in blocks of about this size: small enough to be read for a single row, large enough that a row
-/// costs no more than a fraction of a reading.
+/// Rows lie in blocks of about this size. The file is read by whole blocks where rows are read in turn.
 constexpr std::size_t kBlockBytes = 8192;
 /// Blocks of the file that are kept after reading; a block has one place among them.
 constexpr std::size_t kCachedBlocks = 64;
 
-// A row is its length and its values. A value begins with a number whose two lowest bits are its kind.
+// A row is its values. A value begins with a number whose two lowest bits are its kind.
 enum : unsigned { kNull = 0, kWhole = 1, kReal = 2, kText = 3 };
 
 /// Whole numbers up to here keep their exact value and take few bytes.
@@ -184,8 +183,9 @@ struct RowStore::Implementation {
 
     std::size_t memoryLimit = 0;
     std::size_t memoryUsed = 0;
-    std::size_t count = 0;
     std::vector<Block> blocks;
+    /// Where each row begins within its block.
+    std::vector<std::uint16_t> starts;
     /// The last block, which still grows, and its first row.
     std::string open;
     std::size_t openRow = 0;
@@ -193,9 +193,8 @@ struct RowStore::Implementation {
     TemporaryFile file;
 
     mutable std::array<CachedBlock, kCachedBlocks> cache;
-    /// Where the last row that was read ends: reading goes on from there most of the time.
-    mutable std::size_t nextRow = SIZE_MAX;
-    mutable std::size_t nextOffset = 0;
+    mutable std::size_t lastRead = SIZE_MAX;
+    mutable std::string alone;
 
     void CloseBlock() {
         Block block;
@@ -210,34 +209,38 @@ struct RowStore::Implementation {
         }
         blocks.push_back(std::move(block));
         open.clear();
-        openRow = count;
-        nextRow = SIZE_MAX;
+        openRow = starts.size();
     }
 
-    const char* BytesOf(std::size_t number) const {
-        const Block& block = blocks[number];
+    std::string_view BytesOf(std::size_t row) const {
+        if (row >= openRow) {
+            const std::size_t end = row + 1 == starts.size() ? open.size() : starts[row + 1];
+            return std::string_view(open).substr(starts[row], end - starts[row]);
+        }
+        const auto behind =
+            std::upper_bound(blocks.begin(), blocks.end(), row,
+                             [](std::size_t sought, const Block& other) { return sought < other.firstRow; });
+        const Block& block = *std::prev(behind);
+        const std::size_t nextBlock = behind == blocks.end() ? openRow : behind->firstRow;
+        const std::size_t end = row + 1 == nextBlock ? block.length : starts[row + 1];
+        const std::size_t length = end - starts[row];
         if (block.bytes)
-            return block.bytes.get();
+            return {block.bytes.get() + starts[row], length};
+        const auto number = static_cast<std::size_t>(behind - blocks.begin()) - 1;
         CachedBlock& cached = cache[number % kCachedBlocks];
         if (cached.number != number) {
+            // Where rows are read at random, the next one hardly lies in the same block.
+            if (row != lastRead + 1) {
+                alone.resize(length);
+                file.Read(block.place + starts[row], alone.data(), length);
+                return alone;
+            }
             cached.number = SIZE_MAX;
             cached.bytes.resize(block.length);
             file.Read(block.place, cached.bytes.data(), block.length);
             cached.number = number;
         }
-        return cached.bytes.data();
-    }
-
-    const char* BlockOf(std::size_t row, std::size_t& firstRow) const {
-        if (row >= openRow) {
-            firstRow = openRow;
-            return open.data();
-        }
-        const auto behind =
-            std::upper_bound(blocks.begin(), blocks.end(), row,
-                             [](std::size_t sought, const Block& block) { return sought < block.firstRow; });
-        firstRow = std::prev(behind)->firstRow;
-        return BytesOf(static_cast<std::size_t>(std::prev(behind) - blocks.begin()));
+        return std::string_view(cached.bytes).substr(starts[row], length);
     }
 };
 
@@ -254,33 +257,21 @@ void RowStore::Append(std::span<const ADODB::Value> row) {
         PutValue(self.encoded, value);
     if (!self.open.empty() && self.open.size() + self.encoded.size() > kBlockBytes)
         self.CloseBlock();
-    PutNumber(self.open, self.encoded.size());
+    self.starts.push_back(static_cast<std::uint16_t>(self.open.size()));
     self.open += self.encoded;
-    ++self.count;
 }
 
 std::size_t RowStore::Count() const {
-    return mThis->count;
+    return mThis->starts.size();
 }
 
 void RowStore::Read(std::size_t index, Row& row) const {
     const Implementation& self = *mThis;
-    if (index >= self.count)
+    if (index >= Count())
         Raise(Errors::kOutOfRange, std::to_string(index));
-    std::size_t firstRow = 0;
-    const char* const block = self.BlockOf(index, firstRow);
-    const char* from = block;
-    std::size_t at = firstRow;
-    if (self.nextRow > firstRow && self.nextRow <= index) {
-        from += self.nextOffset;
-        at = self.nextRow;
-    }
-    for (; at < index; ++at) {
-        const std::uint64_t length = TakeNumber(from);
-        from += length;
-    }
-    const std::uint64_t length = TakeNumber(from);
-    const char* const end = from + length;
+    const std::string_view bytes = self.BytesOf(index);
+    const char* from = bytes.data();
+    const char* const end = from + bytes.size();
     std::size_t position = 0;
     for (; from < end; ++position) {
         if (position == row.size())
@@ -288,8 +279,7 @@ void RowStore::Read(std::size_t index, Row& row) const {
         TakeValue(from, row[position]);
     }
     row.resize(position);
-    self.nextRow = index + 1;
-    self.nextOffset = static_cast<std::size_t>(end - block);
+    self.lastRead = index;
 }
 
 void RowStore::Clear() {

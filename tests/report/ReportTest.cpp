@@ -22,10 +22,11 @@ ReportTest::ReportTest() : connection(std::make_shared<ADODB::Connection>()) {
     sqlite3* made = nullptr;
     sqlite3_open(path.c_str(), &made);
     const char* schema =
-        "PRAGMA journal_mode = WAL;"
+        "PRAGMA journal_mode = WAL; PRAGMA synchronous = OFF; BEGIN;"
         "CREATE TABLE Programs (Machine TEXT(50) COLLATE NOCASE, Program TEXT(255) COLLATE NOCASE, Size "
         "NUMERIC);"
-        "CREATE TABLE Other (Machine TEXT(50) COLLATE NOCASE, Note TEXT(50), Flag BOOLEAN);";
+        "CREATE TABLE Other (Machine TEXT(50) COLLATE NOCASE, Note TEXT(50), Flag BOOLEAN);"
+        "COMMIT;";
     EXPECT_EQ(sqlite3_exec(made, schema, nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(made);
     connection->ConnectionString("DBQ=" + path + ";USR=Admin;");

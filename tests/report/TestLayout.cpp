@@ -2,15 +2,11 @@
 #include "platform/report/Layout.h"
 #include "tests/report/LayoutTest.h"
 
-#include <algorithm>
-
 namespace {
 
 using namespace std::chrono_literals;
-using report::Kind;
 using report::Layout;
 using report::Page;
-using report::Report;
 
 // A line is 12 points high and a character 6 wide in the tests' style, so a page of the tests holds 10 lines
 // of 40 characters.

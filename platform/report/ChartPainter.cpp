@@ -85,9 +85,12 @@ std::string SliceLabel(const std::string& name, std::size_t count, std::size_t t
         shown = QStringLiteral("(none)");
     const double share =
         100.0 * static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(total, 1));
-    // Less than half of a hundredth is still something.
-    const QString percent =
-        share < 0.5 ? QStringLiteral("under 1") : QString::number(static_cast<int>(std::lround(share)));
+    // Little is still something, and nearly all is not all.
+    QString percent = QString::number(std::lround(share));
+    if (share < 0.5)
+        percent = QStringLiteral("under 1");
+    else if (share >= 99.5 && count < total)
+        percent = QStringLiteral("over 99");
     const QString numbers = QStringLiteral(" \u2014 %1 (%2 %)").arg(QString::number(count), percent);
     const double room = width - measure.ShownWidth(kLabelStyle, numbers);
     if (measure.ShownWidth(kLabelStyle, shown) > room) {

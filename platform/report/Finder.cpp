@@ -65,7 +65,7 @@ bool Finder::LookAtPage() {
     if (isFirst && mSearch.match) {
         const TextRange& from = *mSearch.match;
         std::erase_if(matches, [&](const TextRange& match) {
-            return mSearch.isForward ? match.first <= from.first : from.first <= match.first;
+            return mSearch.isForward ? !(from.first < match.first) : !(match.first < from.first);
         });
     }
     if (matches.empty())

@@ -10,7 +10,6 @@
 #include <QRectF>
 #include <QString>
 
-#include <compare>
 #include <cstddef>
 #include <vector>
 
@@ -21,7 +20,10 @@ struct TextPlace {
     std::size_t text = 0;
     qsizetype character = 0;
 
-    friend auto operator<=>(const TextPlace&, const TextPlace&) = default;
+    friend bool operator==(const TextPlace&, const TextPlace&) = default;
+    friend bool operator<(const TextPlace& one, const TextPlace& other) {
+        return one.text < other.text || (one.text == other.text && one.character < other.character);
+    }
 };
 
 struct TextRange {

@@ -99,7 +99,9 @@ void Viewer::Implementation::LayOutAnew() {
     if (report) {
         layout = std::make_unique<Layout>(*report, format, measure);
         const auto build = [this](std::size_t number) { return layout->BuildPage(number); };
-        groups->Show(layout.get(), report->Definition().groups.size());
+        const std::size_t levels = report->Definition().groups.size();
+        groups->Show(layout.get(), levels);
+        tree->setRootIsDecorated(levels > 1);
         finder->Source(build);
         pages->Show(format, build);
     }

@@ -236,8 +236,17 @@ void Viewer::Implementation::TakeTypedZoom() {
     pages->setFocus();
 }
 
-void Viewer::Implementation::ZoomBy(double factor) {
-    pages->Zoom(pages->Zoom() * factor);
+void Viewer::Implementation::ZoomOn(bool isLarger) {
+    // What fits the window is seldom one of the steps: the next beyond it, not the same again.
+    constexpr double kSame = 0.5;
+    const double now = pages->Zoom();
+    if (isLarger) {
+        const auto* const step = std::upper_bound(kZooms.begin(), kZooms.end(), now + kSame);
+        pages->Zoom(step == kZooms.end() ? PageView::kMostZoom : *step);
+    } else {
+        const auto* const step = std::lower_bound(kZooms.begin(), kZooms.end(), now - kSame);
+        pages->Zoom(step == kZooms.begin() ? PageView::kLeastZoom : *(step - 1));
+    }
 }
 
 void Viewer::Implementation::JumpToGroup(const QModelIndex& index) {

@@ -16,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -33,6 +34,9 @@ class QToolBar;
 class QTreeView;
 
 namespace report {
+
+/// The steps of the zoom, in percent.
+constexpr std::array<double, 9> kZooms = {25, 50, 75, 100, 125, 150, 200, 300, 400};
 
 struct Viewer::Implementation {
     Implementation(Viewer& owner, Prompts& questions, Printing& paper);
@@ -72,7 +76,7 @@ struct Viewer::Implementation {
     void Copy();
     void GoToTypedPage();
     void TakeTypedZoom();
-    void ZoomBy(double factor);
+    void ZoomOn(bool isLarger);
     void JumpToGroup(const QModelIndex& index);
     void OpenFind();
     void CloseFind();

@@ -36,7 +36,6 @@ struct ActionRow {
     void (*run)(Implementation&);
 };
 
-constexpr double kZoomStep = 1.25;
 constexpr int kLeastTreeWidth = 80;
 constexpr int kProgressWidth = 200;
 
@@ -56,8 +55,8 @@ constexpr ActionRow kActions[] = {
      [](Implementation& it) { it.pages->GoTo(it.pages->CurrentPage() + 1); }},
     {"actLast", "&Last Page", "go-last", "",
      [](Implementation& it) { it.pages->GoTo(std::max<std::size_t>(it.pages->PageCount(), 1) - 1); }},
-    {"actZoomOut", "Zoom &Out", "zoom-out", "Ctrl+-", [](Implementation& it) { it.ZoomBy(1 / kZoomStep); }},
-    {"actZoomIn", "Zoom &In", "zoom-in", "Ctrl++|Ctrl+=", [](Implementation& it) { it.ZoomBy(kZoomStep); }},
+    {"actZoomOut", "Zoom &Out", "zoom-out", "Ctrl+-", [](Implementation& it) { it.ZoomOn(false); }},
+    {"actZoomIn", "Zoom &In", "zoom-in", "Ctrl++|Ctrl+=", [](Implementation& it) { it.ZoomOn(true); }},
     {"actActualSize", "&Actual Size", "zoom-original", "Ctrl+0",
      [](Implementation& it) { it.pages->Zoom(100); }},
     {"actFind", "Fi&nd\u2026", "edit-find", "Ctrl+F", [](Implementation& it) { it.OpenFind(); }},
@@ -90,7 +89,6 @@ constexpr std::array kToolBar = {"actPrint",
                                  "actFind",
                                  "actGroupTree"};
 
-constexpr std::array kZooms = {25, 50, 75, 100, 125, 150, 200, 300, 400};
 const char* const kFitWidth = "Fit Width";
 const char* const kFitPage = "Fit Page";
 
@@ -213,7 +211,7 @@ void Viewer::Implementation::MakeToolBar() {
     zoom->setToolTip(QStringLiteral("Zoom"));
     zoom->setEditable(true);
     zoom->setInsertPolicy(QComboBox::NoInsert);
-    for (const int percent : kZooms)
+    for (const double percent : kZooms)
         zoom->addItem(QStringLiteral("%1 %").arg(percent));
     zoom->addItems({QString::fromLatin1(kFitWidth), QString::fromLatin1(kFitPage)});
     QObject::connect(zoom, &QComboBox::activated, context.get(), [this] { TakeTypedZoom(); });

@@ -130,6 +130,8 @@ TEST_F(PDFTest, SmallSlicesAreJoined) {
     const std::string label = report::SliceLabel(std::string(300, 'W'), 1, 1000, 120, measure);
     EXPECT_THAT(label, HasSubstr("… — 1 (under 1 %)")) << "long names are cut, numbers are not";
     EXPECT_LT(measure.Width({}, label), 125);
+    EXPECT_EQ(report::SliceLabel("A", 200, 201, 200, measure), "A — 200 (over 99 %)") << "not all of them";
+    EXPECT_EQ(report::SliceLabel("A", 201, 201, 200, measure), "A — 201 (100 %)");
 }
 
 } // namespace

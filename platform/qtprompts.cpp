@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -107,8 +108,15 @@ QString Breakable(const std::string& text) {
     return result;
 }
 
+QWidget* QtPrompts::Parent() const {
+    QWidget* const active = QApplication::activeWindow();
+    const bool isLasting =
+        qobject_cast<QMainWindow*>(active) != nullptr || qobject_cast<QDialog*>(active) != nullptr;
+    return mOwner != nullptr && isLasting ? active : mOwner.data();
+}
+
 MsgBoxAnswer QtPrompts::MsgBox(const std::string& text, int style, const std::string& title) {
-    QMessageBox box(mOwner);
+    QMessageBox box(Parent());
     box.setObjectName(QStringLiteral("MsgBox"));
     box.setWindowTitle(TitleText(title));
     box.setTextFormat(Qt::PlainText);
@@ -130,7 +138,7 @@ MsgBoxAnswer QtPrompts::MsgBox(const std::string& text, int style, const std::st
 
 std::string QtPrompts::InputBox(const std::string& prompt, const std::string& title,
                                 const std::string& initial) {
-    QInputDialog box(mOwner);
+    QInputDialog box(Parent());
     box.setObjectName(QStringLiteral("InputBox"));
     box.setWindowTitle(TitleText(title));
     box.setLabelText(Breakable(prompt));
@@ -156,7 +164,7 @@ void QtPrompts::Prepare(QFileDialog& window, const FileDialog& dialog) const {
 }
 
 std::string QtPrompts::OpenFile(const FileDialog& dialog) {
-    QFileDialog window(mOwner);
+    QFileDialog window(Parent());
     window.setObjectName(QStringLiteral("OpenFile"));
     window.setAcceptMode(QFileDialog::AcceptOpen);
     Prepare(window, dialog);
@@ -165,7 +173,7 @@ std::string QtPrompts::OpenFile(const FileDialog& dialog) {
 }
 
 std::string QtPrompts::SaveFile(const FileDialog& dialog) {
-    QFileDialog window(mOwner);
+    QFileDialog window(Parent());
     window.setObjectName(QStringLiteral("SaveFile"));
     window.setAcceptMode(QFileDialog::AcceptSave);
     Prepare(window, dialog);
@@ -173,7 +181,7 @@ std::string QtPrompts::SaveFile(const FileDialog& dialog) {
 }
 
 std::string QtPrompts::BrowseForFolder(const std::string& title, const std::string& startFolder) {
-    QFileDialog window(mOwner);
+    QFileDialog window(Parent());
     window.setObjectName(QStringLiteral("BrowseForFolder"));
     window.setWindowTitle(TitleText(title));
     window.setFileMode(QFileDialog::Directory);

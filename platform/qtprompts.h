@@ -17,7 +17,8 @@ class QFileDialog;
 
 class QtPrompts final : public Prompts {
 public:
-    /// The window that the dialogs belong to; null, or gone, for none.
+    /// The window that the dialogs belong to, unless the user works in another window or dialog: that of a
+    /// minimised window would not be seen. Null, or gone, for none.
     void Owner(QWidget* owner) { mOwner = owner; }
 
     MsgBoxAnswer MsgBox(const std::string& text, int style, const std::string& title) override;
@@ -29,6 +30,7 @@ public:
     void Beep() override;
 
 private:
+    QWidget* Parent() const;
     void Prepare(QFileDialog& window, const FileDialog& dialog) const;
 
     QPointer<QWidget> mOwner;

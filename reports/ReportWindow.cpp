@@ -24,7 +24,7 @@ namespace {
 
 constexpr const char* kWaitWindow = "frmCompiling";
 /// Of a new window, in heights of a text line: a page's width and most of its height.
-constexpr QSize kFirstSize(60, 46);
+constexpr QSize kFirstSize(60, 54);
 
 QString Text(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));

@@ -64,13 +64,9 @@ void frmSelectPrinter::BuildControls() {
     LSTPrinters->setAccessibleName("Select Printer");
     LSTPrinters->setMinimumWidth(fontMetrics().averageCharWidth() * kColumns);
     LSTPrinters->viewport()->installEventFilter(this);
-    auto* const hint = new QLabel(
-        "The printer that you click becomes your own default printer at once, "
-        "whether you then press OK or Cancel.",
-        this);
-    hint->setObjectName("lblHint");
-    hint->setWordWrap(true);
-    LSTPrinters->setAccessibleDescription(hint->text());
+    lblHint = new QLabel(this);
+    lblHint->setObjectName("lblHint");
+    lblHint->setWordWrap(true);
     auto* const ok = Button("cmdOK", "OK", this);
     ok->setDefault(true);
     auto* const cancel = Button("Command1", "Cancel", this);
@@ -85,7 +81,7 @@ void frmSelectPrinter::BuildControls() {
     grid->addWidget(label, 0, 0);
     grid->addWidget(LSTPrinters, 1, 0);
     grid->addLayout(buttons, 1, 1);
-    grid->addWidget(hint, 2, 0, 1, 2);
+    grid->addWidget(lblHint, 2, 0, 1, 2);
 
     connect(ok, &QPushButton::clicked, this, &frmSelectPrinter::OK);
     connect(cancel, &QPushButton::clicked, this, &frmSelectPrinter::reject);
@@ -117,10 +113,19 @@ void frmSelectPrinter::Load() {
             mPrinters.push_back(std::move(printer));
         }
     } catch (const RunTimeError&) {
-        BTNSetup->setEnabled(false); // no printer is installed
+        BTNSetup->setEnabled(false);
+        Hint("No printer is installed. Print offers to make a PDF file instead.");
         return;
     }
+    Hint(
+        "The printer that you click becomes your own default printer at once, whether you then press OK or "
+        "Cancel.");
     LSTPrinters->setCurrentRow(current);
+}
+
+void frmSelectPrinter::Hint(const char* text) {
+    lblHint->setText(text);
+    LSTPrinters->setAccessibleDescription(text);
 }
 
 void frmSelectPrinter::ShowModal(QWidget& owner) {

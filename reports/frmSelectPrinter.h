@@ -11,6 +11,7 @@
 #include <vector>
 
 class Prompts;
+class QLabel;
 class QListWidget;
 class QPushButton;
 namespace report {
@@ -46,6 +47,7 @@ private:
     frmSelectPrinter(Prompts& prompts, report::Printing& printing);
     void BuildControls();
     void Load();
+    void Hint(const char* text);
     void Click();
     void OK();
 
@@ -56,5 +58,6 @@ private:
     int mLineAtPress = -1;
 
     QListWidget* LSTPrinters = nullptr;
+    QLabel* lblHint = nullptr;
     QPushButton* BTNSetup = nullptr;
 };

@@ -77,17 +77,20 @@ void CopyWithoutLinks(const std::string& source, const std::string& target) {
     to.Commit();
 }
 
-void MakeOriginal(const std::string& machine, const std::string& folder) {
+void MakeOriginal(const std::string& machine, const std::string& folder, const DirectoryListing& files) {
     if (!IsFileName(machine))
         return;
-    const std::optional<std::string> current = FindFile(folder, machine + ".inf");
-    if (!current || IsLink(*current))
+    const std::optional<std::string> name = files.Find(machine + ".inf");
+    if (!name)
         return;
-    std::vector<std::string> originals = DirectoryListing(folder, ".org").Spellings(machine + ".org");
+    const std::string current = JoinPath(folder, *name);
+    if (IsLink(current))
+        return;
+    std::vector<std::string> originals = files.Spellings(machine + ".org");
     if (originals.empty())
         originals.push_back(machine + ".org");
     for (const std::string& original : originals)
-        CopyWithoutLinks(*current, JoinPath(folder, original));
+        CopyWithoutLinks(current, JoinPath(folder, original));
 }
 
 } // namespace
@@ -115,6 +118,7 @@ void CRPCompare::Section3_Format(std::vector<report::ObjectFormat>& fields) {
 }
 
 void FixChanges(ADODB::Recordset& comparison, const std::string& folder) {
+    const DirectoryListing files(folder);
     std::string lastMachine;
     for (comparison.MoveFirst(); !comparison.EndOfFile(); comparison.MoveNext()) {
         const ADODB::FieldList& fields = comparison.Fields();
@@ -125,6 +129,6 @@ void FixChanges(ADODB::Recordset& comparison, const std::string& folder) {
         if (machine == lastMachine)
             continue;
         lastMachine = machine;
-        MakeOriginal(machine, folder);
+        MakeOriginal(machine, folder, files);
     }
 }

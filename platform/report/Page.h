@@ -25,7 +25,8 @@ struct PageFormat {
     friend bool operator==(const PageFormat&, const PageFormat&) = default;
 };
 
-/// How wide and high texts are. A layout asks it for every text of a wrapping object, so it must be fast.
+/// How wide and high texts are. The width of a text is the sum of its characters' widths: a layout asks for
+/// each character's once, and adds them up.
 class TextMeasure {
 public:
     virtual ~TextMeasure() = default;

@@ -29,9 +29,11 @@ protected:
 };
 
 TEST_F(ReportMenuTest, EachItemOpensItsReportUnderItsOwnCaption) {
-    prompts.Expect(Box("No data to display",
-                       "There's no data to display on the report. Please select some other "
-                       "criteria range for the report."));
+    const Question noData = Box("No data to display",
+                                "There's no data to display on the report. Please select some other "
+                                "criteria range for the report.");
+    prompts.Expect(noData);
+    prompts.Expect(noData);
     for (const CatalogueRow& row : Catalogue()) {
         QAction& item = Action(std::string(row.menuItem).c_str());
         item.trigger();

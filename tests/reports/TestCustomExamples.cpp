@@ -40,8 +40,8 @@ TEST_F(CustomExamplesTest, StaffListNamesPeopleByBuilding) {
         "INSERT INTO Net (COMPUTERNAME) VALUES ('PC4');"
         "INSERT INTO Personal (COMPUTERNAME, Building) VALUES ('PC4','');");
     EXPECT_EQ(Exported("StaffList.RPT"),
-              "No building given,103,,PC3,Al,floor 3\r\n"
               "No building given,,,PC4,(no name given),\r\n"
+              "No building given,103,,PC3,Al,floor 3\r\n"
               "north,102,,PC2,Brown,1\r\n"
               "North,101,555,PC1,\"Young, Zoë\",\"floor 2, 2.14\"\r\n");
 }

@@ -260,7 +260,7 @@ double WriteBarePDF(const std::string& path, const std::vector<report::Page>& pa
 /// Pages into a PDF file, worked out one by one as an export does.
 bool RunPDF(const std::shared_ptr<ADODB::Connection>& connection, const std::string& folder) {
     const report::FontMeasure measure;
-    Poured poured(connection, measure);
+    Poured poured(connection, measure, kDocument, kQuery + kOrder);
     while (poured.layout.PageCount() < 1001 && poured.Work()) {
     }
     const auto count = static_cast<int>(std::min<std::size_t>(poured.layout.PageCount(), 1000));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Measures a report of a million rows in ratios, each taken in this one run and printed beside its limit:
-// against the engine's own reading of the same rows. The work is done in slices, as the viewer does it.
+// against the engine's own reading of the same rows. The work is done in slices, as the viewer does it. Pages
+// of it in a PDF file are measured against a bare writer that draws the same texts.
 // bench_reports [machines]; 10000 where none are given, with a hundred programs each. Ends with 1 where a
 // limit is missed.
 #include "bench/BareWriter.h"
@@ -11,7 +12,12 @@
 #include "platform/application.h"
 #include "platform/report/FontMeasure.h"
 #include "platform/report/Layout.h"
+#include "platform/report/PDFFile.h"
+#include "platform/report/PagePainter.h"
 #include "platform/report/Report.h"
+
+#include <QPainter>
+#include <QPdfWriter>
 
 #include <malloc.h>
 #include <sqlite3.h>
@@ -230,6 +236,57 @@ bool Run(const std::shared_ptr<ADODB::Connection>& connection) {
     return Report("peak of memory / 300 MB", peak / kMostMemory, 1, false) && holds;
 }
 
+/// What is drawn of a page by somebody who knows no more than the texts and their places.
+double WriteBarePDF(const std::string& path, const std::vector<report::Page>& pages) {
+    return Timed([&] {
+        constexpr double kPointsPerInch = 72;
+        QPdfWriter writer(QString::fromStdString(path));
+        QPainter painter(&writer);
+        painter.scale(writer.resolution() / kPointsPerInch, writer.resolution() / kPointsPerInch);
+        for (const report::Page& page : pages) {
+            if (&page != &pages.front())
+                writer.newPage();
+            for (const report::PlacedText& text : page.texts) {
+                QFont font(QStringLiteral("DejaVu Sans"));
+                font.setPixelSize(static_cast<int>(text.style.size));
+                font.setBold(text.style.isBold);
+                painter.setFont(font);
+                painter.drawText(QPointF(text.left, text.baseline), QString::fromStdString(text.text));
+            }
+        }
+    });
+}
+
+/// Pages into a PDF file, worked out one by one as an export does.
+bool RunPDF(const std::shared_ptr<ADODB::Connection>& connection, const std::string& folder) {
+    const report::FontMeasure measure;
+    Poured poured(connection, measure, kDocument, kQuery + kOrder);
+    while (poured.layout.PageCount() < 1001 && poured.Work()) {
+    }
+    const auto count = static_cast<int>(std::min<std::size_t>(poured.layout.PageCount(), 1000));
+    std::vector<report::Page> pages;
+    for (int i = 0; i < count; ++i)
+        pages.push_back(poured.layout.BuildPage(static_cast<std::size_t>(i)));
+    const report::PaintedPages painted{
+        report::PageFormat(),
+        "Installed Software",
+        0,
+        count,
+        [&](int number, QPainter& painter) {
+            report::PaintPage(poured.layout.BuildPage(static_cast<std::size_t>(number)), painter, measure);
+        },
+        [](int /*number*/) { return true; }};
+    std::vector<double> bare;
+    std::vector<double> own;
+    for (int round = 0; round < kRounds; ++round) {
+        bare.push_back(WriteBarePDF(folder + "/bare.pdf", pages));
+        own.push_back(Timed([&] { report::WritePDF(folder + "/own.pdf", painted); }));
+    }
+    std::printf("%d pages in a PDF file: bare %.0f ms, own %.0f ms\n", count, Median(bare) * 1000,
+                Median(own) * 1000);
+    return Report("pages a second in a PDF file / a bare writer's", Median(bare) / Median(own), 0.7, true);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -239,7 +296,8 @@ int main(int argc, char** argv) {
         const Workplace place("bench-reports");
         const auto connection = Filled(place, argc > 1 ? std::atoi(argv[1]) : 10000);
         const bool holds = Run(connection);
-        return RunSorted(connection) && holds ? 0 : 1;
+        const bool holdsSorted = RunSorted(connection);
+        return RunPDF(connection, place.Folder("pdf")) && holdsSorted && holds ? 0 : 1;
     } catch (const std::exception& failure) {
         std::printf("%s\n", failure.what());
         return 1;

@@ -135,9 +135,9 @@ std::int64_t PageView::LeftOfPages() const {
 
 void PageView::SetCurrent(std::size_t page) {
     const QLocale locale;
-    setAccessibleDescription(QStringLiteral("Page %1 of %2")
-                                 .arg(locale.toString(static_cast<qulonglong>(page + 1)),
-                                      locale.toString(static_cast<qulonglong>(mStack.count))));
+    setAccessibleDescription(
+        QStringLiteral("Page %1 of %2")
+            .arg(locale.toString(qulonglong{page} + 1), locale.toString(qulonglong{mStack.count})));
     if (page == mCurrent)
         return;
     mCurrent = page;

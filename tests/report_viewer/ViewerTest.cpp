@@ -74,6 +74,14 @@ void ViewerTest::View(std::unique_ptr<report::Report> report) {
     viewer->DisplayGroupTree(true);
 }
 
+void ViewerTest::ViewSquared(int count) {
+    FillPrograms(count);
+    auto squared = std::make_unique<report::Report>(kProgramsHead + std::string(kAsRead), "squared.rpt");
+    squared->DatabaseTable(1).SetDataSource(
+        Query("SELECT One.Machine, Two.Program, Two.[Size] FROM Programs AS One, Programs AS Two"));
+    View(std::move(squared));
+}
+
 void ViewerTest::Finish() {
     while (viewer->IsBusy()) {
     }

@@ -57,6 +57,8 @@ protected:
     void MakeViewer();
     /// Gives a report to the viewer, which begins with it.
     void View(std::unique_ptr<report::Report> report);
+    /// Begins with `count` programs on each of `count` machines, as read: too much for a few slices.
+    void ViewSquared(int count);
     /// Asks IsBusy to the end, as owners do.
     void Finish();
     /// Lets the viewer work by itself until it has nothing more to do.

@@ -147,11 +147,11 @@ TEST_F(ComparisonTest, FixChangesWalksWhateverTheSharedRecordsetHolds) {
     Open(0);
     gRecordset = std::make_shared<ADODB::Recordset>();
     gRecordset->Open("SELECT * FROM Net", gConnection);
-    prompts.Expect(Box("Error #3265", "There is no field of this name or position: Org", MsgBoxStyle::kCritical));
+    prompts.Expect(
+        Box("Error #3265", "There is no field of this name or position: Org", MsgBoxStyle::kCritical));
     Fix();
     gRecordset->Close();
-    prompts.Expect(
-        Box("Error #3704", "The recordset is closed", MsgBoxStyle::kCritical));
+    prompts.Expect(Box("Error #3704", "The recordset is closed", MsgBoxStyle::kCritical));
     Fix();
     gRecordset.reset();
     prompts.Expect(Box("Error #91", "There is no object here", MsgBoxStyle::kCritical));

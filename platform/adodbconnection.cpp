@@ -284,19 +284,31 @@ bool AddWithDependents(ConnectionState& state, const std::string& table, std::ve
 }
 
 /// While it lives the engine minds no references between tables, and so can drop a table's rows as a whole.
+/// It overwrites what it frees only where the page is written anyway: writing zeros to every page of a
+/// database takes longer than all the rest, and the file is its owner's alone.
 class WithoutReferences {
 public:
     explicit WithoutReferences(sqlite3* database) : mDatabase(database) {
         sqlite3_db_config(mDatabase, SQLITE_DBCONFIG_ENABLE_FKEY, -1, &mBefore);
         sqlite3_db_config(mDatabase, SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
+        const auto keep = [](void* text, int, char** values, char**) {
+            *static_cast<std::string*>(text) = values[0];
+            return 0;
+        };
+        sqlite3_exec(mDatabase, "PRAGMA secure_delete", keep, &mOverwrites, nullptr);
+        sqlite3_exec(mDatabase, "PRAGMA secure_delete = FAST", nullptr, nullptr, nullptr);
     }
-    ~WithoutReferences() { sqlite3_db_config(mDatabase, SQLITE_DBCONFIG_ENABLE_FKEY, mBefore, nullptr); }
+    ~WithoutReferences() {
+        sqlite3_exec(mDatabase, ("PRAGMA secure_delete = " + mOverwrites).c_str(), nullptr, nullptr, nullptr);
+        sqlite3_db_config(mDatabase, SQLITE_DBCONFIG_ENABLE_FKEY, mBefore, nullptr);
+    }
     WithoutReferences(const WithoutReferences&) = delete;
     WithoutReferences& operator=(const WithoutReferences&) = delete;
 
 private:
     sqlite3* mDatabase;
     int mBefore = 1;
+    std::string mOverwrites = "1";
 };
 
 /// Runs `work` whole or not at all, in a transaction of its own or within the one that is open.
@@ -320,6 +332,7 @@ void AsOne(ConnectionState& state, const Work& work) {
 
 void Connection::EmptyTable(std::string_view table, const std::function<void()>& progress) {
     mState->CheckOpen();
+    mState->BeforeChange();
     const ProgressHandler handler(mState->database, progress);
     std::vector<std::string> tables;
     if (!AddWithDependents(*mState, std::string(table), tables))

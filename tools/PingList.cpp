@@ -15,7 +15,8 @@ namespace {
 
 /// Characters of the longest line that is usual.
 constexpr int kLineLength = 80;
-constexpr float kDimmed = 0.6F; // opacity of the hint
+constexpr int kShowInterval = 50; // milliseconds
+constexpr float kDimmed = 0.6F;   // opacity of the hint
 
 /// The list measures its first line alone, so that no line after it costs time; that one must not be short.
 class LineDelegate final : public QStyledItemDelegate {
@@ -51,15 +52,31 @@ PingList::PingList(QWidget* parent) : QListWidget(parent) {
     copy->setShortcutContext(Qt::WidgetShortcut);
     connect(copy, &QAction::triggered, this, &PingList::Copy);
     addAction(copy);
+    mShowTimer.setSingleShot(true);
+    connect(&mShowTimer, &QTimer::timeout, this, &PingList::ShowLines);
     setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void PingList::AddLine(const std::string& text) {
+    mAdded += QString::fromStdString(text);
+    if (!mShowTimer.isActive())
+        mShowTimer.start(kShowInterval);
+}
+
+void PingList::ShowLines() {
+    mShowTimer.stop();
     const QScrollBar& bar = *verticalScrollBar();
     const bool isAtEnd = bar.value() == bar.maximum();
-    addItem(QString::fromStdString(text));
+    addItems(mAdded);
+    mAdded.clear();
     if (isAtEnd)
         scrollToBottom();
+}
+
+void PingList::Clear() {
+    mShowTimer.stop();
+    mAdded.clear();
+    clear();
 }
 
 void PingList::Hint(const QString& text) {

@@ -170,7 +170,7 @@ void frmPing::Sweep() {
 void frmPing::PingAll() {
     const QPointer<frmPing> self(this);
     btnRefresh->setEnabled(false);
-    lstPing->clear();
+    lstPing->Clear();
     lstPing->Hint({});
     Addresses addresses;
     ADODB::Recordset& rows = addresses.Rows();
@@ -183,11 +183,11 @@ void frmPing::PingAll() {
         lstPing->AddLine(line);
         mStatusPanel->setText(QString::fromStdString("Pinged : " + address));
         rows.MoveNext();
-        // This is also where the new line is painted.
         QCoreApplication::processEvents();
         if (!self || mIsStopped)
             return;
     }
+    lstPing->ShowLines();
     btnRefresh->setEnabled(true);
     mStatusPanel->setText("Done");
     if (lstPing->count() == 0)

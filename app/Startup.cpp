@@ -45,7 +45,7 @@ void RaiseWindows() {
 
 Startup::Startup(std::string programFolder, std::string commandLine, SettingsStore& settings,
                  Prompts& prompts, Processes& processes, const Clock& clock, Desktop& desktop,
-                 report::Printing& printing, SingleInstance& instance)
+                 report::Printing& printing, EchoProbes& probes, SingleInstance& instance)
     : mProgramFolder(std::move(programFolder)),
       mCommandLine(std::move(commandLine)),
       mSettings(settings),
@@ -54,6 +54,7 @@ Startup::Startup(std::string programFolder, std::string commandLine, SettingsSto
       mClock(clock),
       mDesktop(desktop),
       mPrinting(printing),
+      mProbes(probes),
       mInstance(instance) {}
 
 Startup::~Startup() {
@@ -78,7 +79,8 @@ bool Startup::Main() {
     ScreenPointer(MousePointer::Hourglass);
     if (!RebuildDatabase())
         return true;
-    mForm = std::make_unique<frmMain>(mSettings, mPrompts, mClock, mDesktop, mPrinting, mProgramFolder);
+    mForm =
+        std::make_unique<frmMain>(mSettings, mPrompts, mClock, mDesktop, mPrinting, mProbes, mProgramFolder);
     mForm->OnExit([] { QApplication::exit(0); });
     gMainForm = mForm.get();
     mForm->Load();

@@ -6,6 +6,7 @@
 
 #include "platform/clock.h"
 #include "platform/desktop.h"
+#include "platform/echo.h"
 #include "platform/process.h"
 #include "platform/prompts.h"
 #include "platform/settings.h"
@@ -25,7 +26,7 @@ public:
     /// `commandLine` is the whole of it as one text.
     Startup(std::string programFolder, std::string commandLine, SettingsStore& settings, Prompts& prompts,
             Processes& processes, const Clock& clock, Desktop& desktop, report::Printing& printing,
-            SingleInstance& instance);
+            EchoProbes& probes, SingleInstance& instance);
     ~Startup();
     Startup(const Startup&) = delete;
     Startup& operator=(const Startup&) = delete;
@@ -51,6 +52,7 @@ private:
     const Clock& mClock;
     Desktop& mDesktop;
     report::Printing& mPrinting;
+    EchoProbes& mProbes;
     SingleInstance& mInstance;
     std::unique_ptr<frmMain> mForm;
 };

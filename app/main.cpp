@@ -25,10 +25,12 @@ int main(int argc, char** argv) {
         SystemProcesses processes;
         const SystemClock clock;
         SystemDesktop desktop;
+        SystemEchoProbes probes;
         report::SystemPrinting printing(prompts);
         const std::string folder = ProgramFolder();
         SingleInstance instance(folder);
-        Startup startup(folder, commandLine, settings, prompts, processes, clock, desktop, printing, instance);
+        Startup startup(folder, commandLine, settings, prompts, processes, clock, desktop, printing, probes,
+                        instance);
         if (!startup.Main() || FormRegistry::Instance().Windows().empty())
             return 0;
         prompts.Owner(FormRegistry::Instance().Find("frmMain"));

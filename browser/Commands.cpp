@@ -74,7 +74,7 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
 
     {Menu, "mnuView", -1, "&View", "", "", "", nullptr},
     {Menu, "mnuTools", -1, "&Tools", "", "mnuView", "", nullptr},
-    {Item, "mnuPing", -1, "Ping All (TCP/IP Only)", "", "mnuTools", "ping", kLater},
+    {Item, "mnuPing", -1, "Ping All (TCP/IP Only)", "", "mnuTools", "ping", Click<&frmMain::mnuPing>},
     {Separator, "mnuSplitToolsSub", -1, "", "", "mnuTools", "", nullptr},
     {Item, "mnuCommit", -1, "Update Original Configurations", "", "mnuTools", "commit", kLater},
     {Separator, "mnuSplitTools", -1, "", "", "mnuView", "", nullptr},
@@ -157,7 +157,7 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
     {Item, "mnuPopProperties", -1, "Properties", "", "mnuPopup", "properties", Click<&frmMain::mnuProperties>},
 
     {PopUp, "mnuPopupR", -1, "PopupR", "", "", "", nullptr},
-    {Item, "mnuPingPrivate", -1, "Ping", "", "mnuPopupR", "ping", kLater},
+    {Item, "mnuPingPrivate", -1, "Ping", "", "mnuPopupR", "ping", Click<&frmMain::mnuPingPrivate>},
     {Separator, "mnuPingMarker", -1, "", "", "mnuPopupR", "", nullptr},
     {Item, "mnuPopRPersonal", -1, "Mark to Retrieve Personal Info", "", "mnuPopupR", "", Personal<0>},
     {Item, "mnuPopRUnPersonal", -1, "UnMark to Retrieve Personal Info", "", "mnuPopupR", "", Personal<1>},

@@ -74,7 +74,7 @@ bool CanBeReached(const QRect& window) {
 } // namespace
 
 frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, Desktop& desktop,
-                 report::Printing& printing, std::string programFolder)
+                 report::Printing& printing, EchoProbes& probes, std::string programFolder)
     : mSettings(settings),
       mPrompts(prompts),
       mClock(clock),
@@ -85,7 +85,8 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
       mListExport(ExportContext{*this, prompts, mProgramFolder}),
       mMachineDump(ExportContext{*this, prompts, mProgramFolder}),
       mMaintenance(*this, prompts),
-      mReports(ReportContext{*this, prompts, printing, mProgramFolder}) {
+      mReports(ReportContext{*this, prompts, printing, mProgramFolder}),
+      mPing(PingContext{*this, prompts, probes}) {
     setObjectName("frmMain");
     setWindowTitle("MOVA Professional Administration Module");
     setWindowIcon(ProgramIcon());

@@ -19,6 +19,7 @@
 #include "platform/prompts.h"
 #include "platform/settings.h"
 #include "reports/ReportCommands.h"
+#include "tools/PingCommands.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -49,7 +50,7 @@ public:
     /// `programFolder` holds the template, the program's own database and the help. The arguments must
     /// outlive the window.
     frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, Desktop& desktop,
-            report::Printing& printing, std::string programFolder);
+            report::Printing& printing, EchoProbes& probes, std::string programFolder);
     ~frmMain() override;
 
     /// Reads the settings and opens the database, while the window is still hidden. To be called once.
@@ -71,6 +72,8 @@ public:
     std::string ListItemText(std::size_t row) const override;
     std::string ListSubItem(std::size_t row, int column) const override;
     std::vector<std::size_t> SelectedListItems() const override;
+    std::size_t SelectedListItem() const override;
+    bool IsListItemSelected(std::size_t row) const override;
     bool CheckIfSelected() const override;
     void Activate() override;
     bool ConnectSinDatabase(const std::string& path) override;
@@ -135,6 +138,8 @@ public:
     void mnuQuickImport();
     void mnuPopRImport();
     void mnuExport();
+    void mnuPing();
+    void mnuPingPrivate();
     void mnuPopFullExport();
     void mnuPopTxtlExport();
     void mnuFileDelete();
@@ -228,6 +233,7 @@ private:
     MachineDump mMachineDump;
     MachineMaintenance mMaintenance;
     ReportCommands mReports;
+    PingCommands mPing;
     std::function<void()> mOnExit;
     bool mIsLoaded = true;
     bool mHasHourglass = false;

@@ -199,6 +199,14 @@ void frmMain::mnuPopTxtlExport() {
     mMachineDump.mnuPopTxtlExport();
 }
 
+void frmMain::mnuPing() {
+    mPing.mnuPing();
+}
+
+void frmMain::mnuPingPrivate() {
+    mPing.mnuPingPrivate();
+}
+
 void frmMain::mnuFileDelete() {
     mMaintenance.mnuFileDelete();
 }

@@ -68,16 +68,24 @@ std::vector<std::size_t> frmMain::SelectedListItems() const {
     return lvListView->SelectedRows();
 }
 
+std::size_t frmMain::SelectedListItem() const {
+    const int row = lvListView->SelectedItem();
+    if (row < 0)
+        Raise(Errors::kNoObject);
+    return static_cast<std::size_t>(row);
+}
+
+bool frmMain::IsListItemSelected(std::size_t row) const {
+    return lvListView->IsSelected(row);
+}
+
 bool frmMain::CheckIfSelected() const {
     return lvListView->HasSelection();
 }
 
 void frmMain::lvListView_DblClick() {
     Guarded("Error#", [this] {
-        const int row = lvListView->SelectedItem();
-        if (row < 0)
-            Raise(Errors::kNoObject);
-        const DrillDown target = DrillDownFrom(lvListView->Items().Key(static_cast<std::size_t>(row)));
+        const DrillDown target = DrillDownFrom(lvListView->Items().Key(SelectedListItem()));
         if (target.kind == DrillKind::UnknownKey)
             mPrompts.MsgBox(target.key, MsgBoxStyle::kOKOnly, "");
         if (target.kind != DrillKind::Node)

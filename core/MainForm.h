@@ -42,6 +42,10 @@ public:
     virtual std::string ListSubItem(std::size_t row, int column) const = 0;
     /// The selected rows of the list, from its first to its last.
     virtual std::vector<std::size_t> SelectedListItems() const = 0;
+    /// The row that bears the list's focus; raises error 91 where there is none.
+    virtual std::size_t SelectedListItem() const = 0;
+    /// It need not be selected, whatever its name.
+    virtual bool IsListItemSelected(std::size_t row) const = 0;
     /// Whether any row of the list is selected.
     virtual bool CheckIfSelected() const = 0;
 

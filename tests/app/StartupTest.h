@@ -11,6 +11,7 @@
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "tests/support/FakeDesktop.h"
+#include "tests/support/FakeEcho.h"
 #include "tests/support/FakePrinting.h"
 #include "tests/support/FakeProcesses.h"
 #include "tests/support/FixedClock.h"
@@ -54,7 +55,7 @@ protected:
     bool Start(const std::string& commandLine = {}) {
         instance = std::make_unique<SingleInstance>(folder.Path());
         startup = std::make_unique<Startup>(folder.Path(), commandLine, settings, prompts, processes, clock,
-                                            desktop, printing, *instance);
+                                            desktop, printing, probes, *instance);
         return startup->Main();
     }
 
@@ -74,6 +75,7 @@ protected:
     FakeProcesses processes;
     FakeDesktop desktop;
     FakePrinting printing;
+    FakeEchoProbes probes;
     FixedClock clock{
         std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
     std::unique_ptr<SingleInstance> instance;

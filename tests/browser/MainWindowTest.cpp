@@ -45,7 +45,7 @@ void MainWindowTest::MakeDatabase(const std::vector<MachineRow>& machines) {
 }
 
 void MainWindowTest::Load() {
-    form = std::make_unique<frmMain>(settings, prompts, clock, desktop, printing, folder.Path());
+    form = std::make_unique<frmMain>(settings, prompts, clock, desktop, printing, probes, folder.Path());
     form->Load();
 }
 

@@ -4,6 +4,7 @@
 
 #include "browser/frmMain.h"
 #include "tests/support/FakeDesktop.h"
+#include "tests/support/FakeEcho.h"
 #include "tests/support/FakePrinting.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
@@ -64,6 +65,7 @@ protected:
         std::chrono::year_month_day{std::chrono::year(2024), std::chrono::month(3), std::chrono::day(15)}};
     FakeDesktop desktop;
     FakePrinting printing;
+    FakeEchoProbes probes;
     SettingsStore settings;
     std::unique_ptr<frmMain> form;
 };

@@ -7,6 +7,7 @@
 #include "core/MainForm.h"
 #include "platform/errors.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,6 +35,14 @@ public:
         return subItems.at(row).at(static_cast<std::size_t>(column) - 1);
     }
     std::vector<std::size_t> SelectedListItems() const override { return selected; }
+    std::size_t SelectedListItem() const override {
+        if (!focusedItem)
+            Raise(Errors::kNoObject);
+        return *focusedItem;
+    }
+    bool IsListItemSelected(std::size_t row) const override {
+        return std::find(selected.begin(), selected.end(), row) != selected.end();
+    }
     bool CheckIfSelected() const override { return !selected.empty(); }
     void Activate() override {
         if (failure)
@@ -67,4 +76,6 @@ public:
     std::vector<std::string> rows;
     std::vector<std::vector<std::string>> subItems;
     std::vector<std::size_t> selected;
+    /// The row that bears the list's focus.
+    std::optional<std::size_t> focusedItem;
 };

@@ -199,6 +199,20 @@ void frmMain::mnuPopTxtlExport() {
     mMachineDump.mnuPopTxtlExport();
 }
 
+void frmMain::mnuBackup() {
+    mBackup.mnuBackup();
+    ShowHint();
+}
+
+void frmMain::mnuRestore() {
+    mBackup.mnuRestore();
+    ShowHint();
+}
+
+void frmMain::mnuCommit() {
+    mBaseline.mnuCommit();
+}
+
 void frmMain::mnuFileDelete() {
     mMaintenance.mnuFileDelete();
 }

@@ -40,7 +40,8 @@ std::string Query(sqlite3* database, const std::string& sql) {
 std::string Contents(const std::string& path) {
     sqlite3* database = nullptr;
     sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
-    std::string contents = Query(database, "PRAGMA integrity_check") + Query(database, "PRAGMA foreign_key_check");
+    std::string contents =
+        Query(database, "PRAGMA integrity_check") + Query(database, "PRAGMA foreign_key_check");
     for (const TableDefinition& table : InventoryTables())
         contents += Query(database, "SELECT * FROM [" + std::string(table.name) + "]");
     sqlite3_close(database);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The commands on whole databases and baselines, over a real session, a main window without widgets and a site
-// of a few machines.
+// The commands on whole databases and baselines, over a real session, a main window without widgets and a
+// site of a few machines.
 #pragma once
 
 #include "archive/DatabaseBackup.h"

@@ -83,9 +83,10 @@ TEST_F(BackupTest, ASiteComesBackRowForRowInAFreshFolder) {
     ExpectArchive(archive + std::string(3, '\0'));
     prompts.Expect(Folder("Please select Restore Directory", program), folder.Path("fresh"));
     command.mnuRestore();
-    EXPECT_EQ(Told(), "Enter a backup filename name ...\n\nRestore in progress ...\nhourglass\narrow\n"
-                      "hourglass\narrow\nRestore done successfully\n" +
-                          std::string(kOpens));
+    EXPECT_EQ(Told(),
+              "Enter a backup filename name ...\n\nRestore in progress ...\nhourglass\narrow\n"
+              "hourglass\narrow\nRestore done successfully\n" +
+                  std::string(kOpens));
     EXPECT_EQ(prompts.FileDialogs().back().folder, gBackupDir);
     EXPECT_EQ(gDatabasePath, folder.Path("fresh/Site.mdb"));
     ASSERT_EQ(stat(gDatabasePath.c_str(), &status), 0);
@@ -138,8 +139,8 @@ TEST_F(BackupTest, AFailureKeepsTheOldArchiveAndOpensTheDatabaseAgain) {
     };
     {
         // More than the archive may take, and nothing that could be packed.
-        sqlite3_exec(gConnection->Handle(), "CREATE TABLE Noise AS SELECT randomblob(200000)", nullptr, nullptr,
-                     nullptr);
+        sqlite3_exec(gConnection->Handle(), "CREATE TABLE Noise AS SELECT randomblob(200000)", nullptr,
+                     nullptr, nullptr);
         gConnection->Close();
         const SmallFiles full(100000);
         fail("Error #75", "File too large: " + archive);

@@ -84,6 +84,8 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
       mImport(ImportContext{*this, settings, prompts, clock, mProgramFolder}),
       mListExport(ExportContext{*this, prompts, mProgramFolder}),
       mMachineDump(ExportContext{*this, prompts, mProgramFolder}),
+      mBackup(*this, prompts, clock, mProgramFolder),
+      mBaseline(*this, prompts),
       mMaintenance(*this, prompts),
       mReports(ReportContext{*this, prompts, printing, mProgramFolder}),
       mPing(PingContext{*this, prompts, probes}) {

@@ -8,6 +8,8 @@
 // list, frmMainPopup.cpp the pop-up menus, frmMainHelp.cpp help, mail and web.
 #pragma once
 
+#include "archive/BaselineRewrite.h"
+#include "archive/DatabaseBackup.h"
 #include "archive/ListExport.h"
 #include "archive/MachineDump.h"
 #include "browser/Commands.h"
@@ -135,13 +137,16 @@ public:
     void mnuNewDatabase();
     void mnuCloseDatabase();
     void mnuImport();
-    void mnuQuickImport();
+    void mnuQuickImport() override;
     void mnuPopRImport();
     void mnuExport();
     void mnuPing();
     void mnuPingPrivate();
     void mnuPopFullExport();
     void mnuPopTxtlExport();
+    void mnuBackup();
+    void mnuRestore();
+    void mnuCommit();
     void mnuFileDelete();
     void mnuFileRemoveComp();
     void mnuPopPersonal(int index);
@@ -231,6 +236,8 @@ private:
     ImportCommands mImport;
     ListExport mListExport;
     MachineDump mMachineDump;
+    DatabaseBackup mBackup;
+    BaselineRewrite mBaseline;
     MachineMaintenance mMaintenance;
     ReportCommands mReports;
     PingCommands mPing;

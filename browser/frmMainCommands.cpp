@@ -207,6 +207,20 @@ void frmMain::mnuPingPrivate() {
     mPing.mnuPingPrivate();
 }
 
+void frmMain::mnuBackup() {
+    mBackup.mnuBackup();
+    ShowHint();
+}
+
+void frmMain::mnuRestore() {
+    mBackup.mnuRestore();
+    ShowHint();
+}
+
+void frmMain::mnuCommit() {
+    mBaseline.mnuCommit();
+}
+
 void frmMain::mnuFileDelete() {
     mMaintenance.mnuFileDelete();
 }

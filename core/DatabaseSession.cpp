@@ -33,6 +33,16 @@ std::chrono::local_days DateFromPositions(std::string_view text) {
 
 } // namespace
 
+void TellAgeOfData(MainForm& form, Prompts& prompts, const Clock& clock) {
+    const LocalTime now = clock.Now();
+    if (gLastImportDate >= FormatDate(now, "yyyy-mm-dd") || gLastImportDate == "n/a")
+        return;
+    const auto days =
+        (std::chrono::floor<std::chrono::days>(now) - DateFromPositions(gLastImportDate)).count();
+    form.StatusText("Your data is " + std::to_string(days) + " day(s) old.");
+    prompts.Beep();
+}
+
 DatabaseSession::DatabaseSession(MainForm& form, Prompts& prompts, const Clock& clock,
                                  std::string programFolder, std::function<void()> unloadSplash)
     : mForm(form),
@@ -210,17 +220,7 @@ void DatabaseSession::FinishOpening(Age age) {
     mForm.EnableDatabaseCommands();
     mForm.StatusText("Database Open");
     if (age == Age::Tell)
-        TellAge();
-}
-
-void DatabaseSession::TellAge() {
-    const LocalTime now = mClock.Now();
-    if (gLastImportDate >= FormatDate(now, "yyyy-mm-dd") || gLastImportDate == "n/a")
-        return;
-    const auto days =
-        (std::chrono::floor<std::chrono::days>(now) - DateFromPositions(gLastImportDate)).count();
-    mForm.StatusText("Your data is " + std::to_string(days) + " day(s) old.");
-    mPrompts.Beep();
+        TellAgeOfData(mForm, mPrompts, mClock);
 }
 
 void DatabaseSession::Guarded(const std::string& title, const std::function<void()>& road) {

@@ -13,6 +13,10 @@
 
 class MainForm;
 
+/// Says on the status panel how old the open database's data is, and beeps, where its last import was before
+/// today.
+void TellAgeOfData(MainForm& form, Prompts& prompts, const Clock& clock);
+
 class DatabaseSession {
 public:
     /// `programFolder` is where the template stands. `unloadSplash` takes the top-most splash away before a
@@ -41,7 +45,6 @@ private:
     void CreateDatabase();
     void CheckAndOpen();
     void FinishOpening(Age age);
-    void TellAge();
     /// Runs a road; a failure ends it with a box whose title is `title` and the error's number.
     void Guarded(const std::string& title, const std::function<void()>& road);
 

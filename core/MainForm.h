@@ -59,6 +59,9 @@ public:
     virtual void EnableDatabaseCommands() = 0;
     virtual void DisableDatabaseCommands() = 0;
 
+    /// Imports the folder of the inventory files; its failures have their own boxes.
+    virtual void mnuQuickImport() = 0;
+
     /// Empties the tree and the list; the list keeps its columns.
     virtual void ClearTreeAndList() = 0;
     /// Rebuilds the tree and empties the list.

@@ -42,7 +42,8 @@ int MakeTemporary(const std::string& target, std::string& temporary) {
 /// The rights that the file will have. The mask of the process can only be read by setting it.
 mode_t ModeFor(const std::string& target, ReplacedFile::Rights rights) {
     struct stat status {};
-    const bool isThere = stat(target.c_str(), &status) == 0;
+    // Of links only those are left that are to be replaced themselves, or that lead nowhere.
+    const bool isThere = lstat(target.c_str(), &status) == 0 && !S_ISLNK(status.st_mode);
     if (isThere && !S_ISREG(status.st_mode))
         Raise(Errors::kPathAccess, target);
     if (isThere && access(target.c_str(), W_OK) != 0)
@@ -58,8 +59,8 @@ mode_t ModeFor(const std::string& target, ReplacedFile::Rights rights) {
 
 } // namespace
 
-ReplacedFile::ReplacedFile(const std::string& path, Rights rights)
-    : mTarget(Resolved(path)),
+ReplacedFile::ReplacedFile(const std::string& path, Rights rights, Links links)
+    : mTarget(links == Links::Follow ? Resolved(path) : path),
       mTemporary(Template(mTarget)),
       mMode(ModeFor(mTarget, rights)),
       mFile(MakeTemporary(mTarget, mTemporary), mTarget) {}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A file that is written whole or not at all. It grows under a hidden name of its own beside its target, and
 // takes the target's place with Commit; given up before, by an error or a stop, it leaves nothing, and an
-// older target as it was. A target that is a link is replaced where the link points.
+// older target as it was.
 #pragma once
 
 #include "platform/Descriptor.h"
@@ -18,9 +18,17 @@ public:
         OwnerOnly,
     };
 
+    enum class Links {
+        /// A target that is a link is replaced where it points.
+        Follow,
+        /// The link itself is replaced: for folders that others write to, whose links may lead anywhere.
+        Replace,
+    };
+
     /// Raises error 75 for a target that is no file, 70 for one that may not be written, 76 where its folder
     /// is missing.
-    explicit ReplacedFile(const std::string& path, Rights rights = Rights::Usual);
+    explicit ReplacedFile(const std::string& path, Rights rights = Rights::Usual,
+                          Links links = Links::Follow);
     ~ReplacedFile();
     ReplacedFile(const ReplacedFile&) = delete;
     ReplacedFile& operator=(const ReplacedFile&) = delete;

@@ -14,7 +14,7 @@ packages=(
     # running: fonts, pictures, the help file's reader, the printers' client
     fonts-dejavu-core qt6-qpa-plugins libqt6sql6-sqlite cups-client
     # tests, benches, fuzzing, checks
-    libgtest-dev libgmock-dev poppler-utils tidy
+    libgtest-dev libgmock-dev poppler-utils tidy unzip
     clang clang-format clang-tidy cppcheck libclang-rt-dev
     # a display where there is none, a hand and an eye for it
     xvfb xauth openbox xdotool x11-utils imagemagick sqlite3

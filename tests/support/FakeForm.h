@@ -8,6 +8,7 @@
 #include "platform/errors.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,6 +56,11 @@ public:
     void Relink() override { session->Relink(); }
     void EnableDatabaseCommands() override { told += "enable\n"; }
     void DisableDatabaseCommands() override { told += "disable\n"; }
+    void mnuQuickImport() override {
+        told += "quick import\n";
+        if (quickImport)
+            quickImport();
+    }
     void ClearTreeAndList() override { told += "clear\n"; }
     void mnuViewRefresh() override { told += "refresh\n"; }
     void mnuViewOptions() override { told += "options\n"; }
@@ -67,6 +73,8 @@ public:
     int progressMaximum = 0;
     /// Raised by Activate.
     std::optional<RunTimeError> failure;
+    /// What mnuQuickImport does.
+    std::function<void()> quickImport;
     /// The configuration on display.
     int configuration = 1;
     /// The key of the tree's selected node; nothing where none is selected.

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "archive/BaselineRewrite.h"
+
+#include "archive/ArchiveWork.h"
+#include "archive/VBZip.h"
+#include "core/FileModule.h"
+#include "core/Globals.h"
+#include "core/LongCommand.h"
+#include "platform/Descriptor.h"
+#include "platform/ReplacedFile.h"
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "platform/prompts.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <filesystem>
+
+namespace {
+
+constexpr std::string_view kCurrent = ".INF";
+constexpr const char* kOriginal = ".ORG";
+
+bool Asks(Prompts& prompts, const char* title, const char* text, int style) {
+    return prompts.MsgBox(text, MsgBoxStyle::kYesNo + style, title) == MsgBoxAnswer::Yes;
+}
+
+/// Copies a file of the inventory folder over another one of it.
+void CopyOver(const std::string& source, const std::string& target) {
+    // Not to wait for a writer, should it be a pipe.
+    Descriptor from(source, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
+    struct stat status {};
+    if (fstat(from.Number(), &status) != 0)
+        RaiseSystem(errno, source);
+    if (!S_ISREG(status.st_mode))
+        Raise(Errors::kPathAccess, source);
+    // No import would read it.
+    if (static_cast<std::uint64_t>(status.st_size) > kLargestFile)
+        Raise(Errors::kOutOfMemory, source);
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    bytes.resize(from.Read(bytes.data(), bytes.size()));
+    ReplacedFile to(target, ReplacedFile::Rights::Usual, ReplacedFile::Links::Replace);
+    to.Write(bytes);
+    to.Commit();
+}
+
+/// Deletes `path` unless it is `other`: on a disk without case two spellings are one file.
+void DeleteOther(const std::string& path, const std::string& other) {
+    if (!std::filesystem::equivalent(path, other))
+        std::filesystem::remove(path);
+}
+
+} // namespace
+
+void BaselineRewrite::mnuCommit() {
+    try {
+        Commit();
+    } catch (const RunTimeError& failure) {
+        mForm.Pointer(MousePointer::Default);
+        mPrompts.MsgBox(failure.description, MsgBoxStyle::kCritical,
+                        "mnuCommit : Error#" + NumberText(failure.number));
+    }
+}
+
+void BaselineRewrite::Commit() {
+    const std::string folder = FolderOnDisk(gImportDir);
+    std::string archive;
+    if (!OfferBackup(folder, archive))
+        return;
+    mForm.StatusText("Removing Entries...");
+    {
+        LongCommand work(mForm);
+        gConnection->EmptyTable("Net", [&work] { work.Step(); });
+    }
+    mForm.StatusText("Fixing...");
+    RewriteFiles(folder);
+    mForm.StatusText("Importing...");
+    mForm.mnuQuickImport();
+    if (!archive.empty())
+        mPrompts.MsgBox("PLEASE NOTE : \r\n\r\nTo do a roll-back you can unzip the file " + archive +
+                            " and rewrite the ORG files in the " + gImportDir +
+                            " directory with those in the backup ZIP file, and then run the import again!",
+                        MsgBoxStyle::kInformation, "Restore tip.");
+    mForm.StatusText("");
+}
+
+bool BaselineRewrite::OfferBackup(const std::string& folder, std::string& archive) {
+    mForm.StatusText("Backup ORG Files?");
+    if (!Asks(mPrompts, "Backup ORG files?",
+              "Do you want to make a backup ZIP file of original PC configurations first ?",
+              MsgBoxStyle::kQuestion)) {
+        mForm.StatusText("Continue?");
+        return Asks(
+            mPrompts, "Rewrite ORG files without backup?",
+            "Are you sure you want to continue with this operation without a backup of the ORG files?",
+            MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2);
+    }
+    mForm.StatusText("Working .... Please wait");
+    if (!BackupORGFiles(folder, archive)) {
+        if (!archive.empty()) {
+            mForm.StatusText("Backup FAILED?");
+            mPrompts.MsgBox("Backup failed.", MsgBoxStyle::kCritical, "FAILED");
+        }
+        mForm.StatusText("");
+        return false;
+    }
+    mForm.StatusText("Backup successful?");
+    if (!Asks(mPrompts, "Rewrite ORG files?",
+              "Backup successful.\r\n\r\nContinue rewriting ORG files with INF files?",
+              MsgBoxStyle::kQuestion))
+        return false;
+    mForm.StatusText("");
+    return true;
+}
+
+bool BaselineRewrite::BackupORGFiles(const std::string& folder, std::string& chosenName) {
+    chosenName = WithoutNuls(FileModule::ShowSaveDialog(mPrompts, "Backup File (*.zip)|*.zip",
+                                                        "Please enter backup filename", "zip"));
+    if (chosenName.empty())
+        return false;
+    // The old archive goes when the new one takes its place.
+    if (FileExists(chosenName) && !Asks(mPrompts, "Replace?", "Replace this backup file?",
+                                        MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2))
+        return false;
+    if (VBZip::ZipFile({mForm, mPrompts}, JoinPath(folder, std::string("*") + kOriginal), chosenName))
+        return true;
+    mPrompts.MsgBox(
+        "Backup failed. A ORG file could have been created in the time you tried to backup, please retry. ",
+        MsgBoxStyle::kCritical, "Backup Failed");
+    return false;
+}
+
+void BaselineRewrite::RewriteFiles(const std::string& folder) {
+    ArchiveWork work(mForm);
+    const DirectoryListing files(folder);
+    const std::vector<std::string> names = files.WithExtension(kCurrent);
+    double done = 0;
+    for (const std::string& name : names) {
+        const std::string target = UpperCase(name.substr(0, name.size() - kCurrent.size())) + kOriginal;
+        try {
+            const std::string path = JoinPath(folder, target);
+            CopyOver(JoinPath(folder, name), path);
+            for (const std::string& spelling : files.Spellings(target))
+                if (spelling != target)
+                    DeleteOther(JoinPath(folder, spelling), path);
+        } catch (const std::exception&) {
+            // A machine whose files can't be read or written keeps its old original configuration.
+        }
+        work.Step(++done / static_cast<double>(names.size()));
+    }
+}

@@ -15,6 +15,7 @@
 #include "platform/report/PDFFile.h"
 #include "platform/report/PagePainter.h"
 #include "platform/report/Report.h"
+#include "reports/Documents.h"
 
 #include <QPainter>
 #include <QPdfWriter>
@@ -40,39 +41,7 @@ constexpr double kMostMemory = 300.0 * 1024 * 1024;
 
 const std::string kQuery = "SELECT * FROM UninstallData WHERE ConfID = 1";
 const std::string kOrder = " ORDER BY [Program Name], COMPUTERNAME";
-const std::string kDocument = R"(title = "Installed Software"
-[table]
-name = "Uninstall"
-fields = [
-  {name = "COMPUTERNAME", type = "text", width = 50},
-  {name = "ConfID", type = "number"},
-  {name = "Program Name", type = "text", width = 255},
-  {name = "Uninstall String", type = "text", width = 255},
-]
-[[group]]
-field = "{Uninstall.Program Name}"
-order = "as-read"
-[[group.header.line]]
-shaded = true
-space-before = 6
-objects = [{field = "{Uninstall.Program Name}", bold = true, size = 10}]
-[[group.footer.line]]
-objects = [{count = true, suffix = " machines", align = "right"}]
-[[report-header.line]]
-objects = [{text = "Installed Software", size = 16, bold = true}]
-[[page-header.line]]
-objects = [{text = "Computer", width = 20, bold = true}, {text = "Uninstall string", left = 20, bold = true}]
-[[detail.line]]
-objects = [
-  {field = "{Uninstall.COMPUTERNAME}", width = 20},
-  {field = "{Uninstall.Uninstall String}", left = 20, width = 80},
-]
-[[page-footer.line]]
-objects = [
-  {special = "page-number", prefix = "Page ", width = 20},
-  {special = "page-count", prefix = "of ", left = 20, width = 20},
-]
-)";
+const std::string kDocument = "CRPUninstall";
 
 /// The process's peak of memory from now on.
 void ForgetPeak() {
@@ -171,7 +140,7 @@ std::shared_ptr<ADODB::Connection> Filled(const Workplace& place, int machines) 
 /// The same report where the document sorts instead of the query.
 bool RunSorted(const std::shared_ptr<ADODB::Connection>& connection) {
     const report::FontMeasure measure;
-    std::string document = kDocument;
+    std::string document = DocumentText(kDocument);
     constexpr std::string_view kAsRead = "as-read";
     document.replace(document.find(kAsRead), kAsRead.size(), "ascending");
     std::vector<double> bare;
@@ -205,7 +174,7 @@ bool Run(const std::shared_ptr<ADODB::Connection>& connection) {
         bareFirst.push_back(bare.firstRow);
         bareWhole.push_back(bare.whole);
         ForgetPeak();
-        Poured poured(connection, measure, kDocument, kQuery + kOrder);
+        Poured poured(connection, measure, DocumentText(kDocument), kQuery + kOrder);
         firstPage.push_back(Timed([&] {
             while (poured.layout.PageCount() < 2 && poured.Work()) {
             }
@@ -260,7 +229,7 @@ double WriteBarePDF(const std::string& path, const std::vector<report::Page>& pa
 /// Pages into a PDF file, worked out one by one as an export does.
 bool RunPDF(const std::shared_ptr<ADODB::Connection>& connection, const std::string& folder) {
     const report::FontMeasure measure;
-    Poured poured(connection, measure, kDocument, kQuery + kOrder);
+    Poured poured(connection, measure, DocumentText(kDocument), kQuery + kOrder);
     while (poured.layout.PageCount() < 1001 && poured.Work()) {
     }
     const auto count = static_cast<int>(std::min<std::size_t>(poured.layout.PageCount(), 1000));

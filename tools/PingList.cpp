@@ -106,7 +106,6 @@ void PingList::paintEvent(QPaintEvent* event) {
     dimmed.setAlphaF(kDimmed);
     painter.setPen(dimmed);
     const int margin = fontMetrics().height();
-    painter.setFont(window()->font());
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
                      Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, mHint);
 }

@@ -60,6 +60,7 @@ protected:
     static std::vector<std::string> Lines(const QWidget& window) {
         const auto& list = *window.findChild<PingList*>("lstPing");
         std::vector<std::string> lines;
+        lines.reserve(static_cast<std::size_t>(list.count()));
         for (int row = 0; row < list.count(); ++row)
             lines.push_back(list.item(row)->text().toStdString());
         return lines;

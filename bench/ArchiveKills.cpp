@@ -34,6 +34,11 @@ using Duration = std::chrono::duration<double, std::micro>;
 
 constexpr const char* kOld = "what stood here before";
 
+enum class Command { Backup, Restore, BrokenRestore, Export, Rewrite };
+constexpr std::array kCommands = {Command::Backup, Command::Restore, Command::BrokenRestore, Command::Export,
+                                  Command::Rewrite};
+constexpr std::array kNames = {"backup", "restore", "restore of a broken one", "export", "rewrite"};
+
 /// Says yes to everything, and names the file that each dialog is for.
 class YesPrompts final : public Prompts {
 public:
@@ -140,14 +145,15 @@ public:
     }
 
     /// Tells what has gone wrong, or nothing.
-    std::string Fault(bool isRewrite) const {
+    std::string Fault(Command command) const {
         for (const auto& entry : fs::directory_iterator(mPlace))
             if (!IsKnown(entry.path().filename()))
                 return "a stray file: " + entry.path().string();
         const std::string contents = Contents((mPlace / "Site.mdb").string());
-        const bool isWhole =
-            isRewrite ? contents.starts_with("ok|") : contents == mPresent || contents == mArchived;
-        if (!isWhole && !IsKept())
+        // A rewrite may have emptied it, and begun to fill it again.
+        const bool isWhole = command == Command::Rewrite ? contents.starts_with("ok|")
+                                                         : contents == mPresent || contents == mArchived;
+        if (!isWhole && !(command == Command::BrokenRestore && IsKept()))
             return "the database: " + contents.substr(0, 200);
         if (const std::string dump = Bytes(mPlace / "dump.csv"); dump != kOld && dump != mDump)
             return "half a dump";
@@ -182,10 +188,10 @@ public:
 
 private:
     static bool IsKnown(const std::string& name) {
-        constexpr std::array kNames = {"Site.mdb", "Site.mdb-wal", "Site.mdb-shm", "Good.zbk", "Bad.zbk",
+        constexpr std::array kFinal = {"Site.mdb", "Site.mdb-wal", "Site.mdb-shm", "Good.zbk", "Bad.zbk",
                                        "made.zbk", "made.zip",     "dump.csv",     "INF"};
         constexpr std::array kTemporary = {".velmora-", "DIR", "Site.mdb.replaced-"};
-        return std::find(kNames.begin(), kNames.end(), name) != kNames.end() ||
+        return std::find(kFinal.begin(), kFinal.end(), name) != kFinal.end() ||
                std::any_of(kTemporary.begin(), kTemporary.end(),
                            [&name](const char* start) { return name.starts_with(start); });
     }
@@ -232,11 +238,6 @@ private:
     std::string mArchived;
     std::string mDump;
 };
-
-enum class Command { Backup, Restore, BrokenRestore, Export, Rewrite };
-constexpr std::array kCommands = {Command::Backup, Command::Restore, Command::BrokenRestore, Command::Export,
-                                  Command::Rewrite};
-constexpr std::array kNames = {"backup", "restore", "restore of a broken one", "export", "rewrite"};
 
 /// Tells the parent of each step: they differ so much in length that moments chosen from the whole time would
 /// miss the short ones.
@@ -337,7 +338,7 @@ KillReport KillAtRandom(const std::string& folder, const SiteSize& size, int rou
     for (std::size_t i = 0; i < kCommands.size(); ++i) {
         const Outcome outcome = RunAndKill(kCommands.at(i), place, std::nullopt);
         steps.at(i) = outcome.steps;
-        const std::string fault = place.Fault(kCommands.at(i) == Command::Rewrite);
+        const std::string fault = place.Fault(kCommands.at(i));
         if (outcome.status != 0 || !fault.empty())
             report.faults.push_back(std::string(kNames.at(i)) + " fails without being killed. " + fault);
     }
@@ -351,7 +352,7 @@ KillReport KillAtRandom(const std::string& folder, const SiteSize& size, int rou
         const bool isKilled = WIFSIGNALED(outcome.status);
         report.killed += isKilled ? 1 : 0;
         report.changed += isKilled && place.HasChanged() ? 1 : 0;
-        const std::string fault = place.Fault(kCommands.at(which) == Command::Rewrite);
+        const std::string fault = place.Fault(kCommands.at(which));
         if (!fault.empty())
             report.faults.push_back(std::string(kNames.at(which)) + " killed in round " +
                                     std::to_string(report.rounds) + ", step " + std::to_string(step) +

@@ -22,6 +22,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <random>
 #include <stdexcept>
 
@@ -32,6 +33,11 @@ namespace {
 using Duration = std::chrono::duration<double, std::micro>;
 
 constexpr const char* kOld = "what stood here before";
+
+enum class Command { Backup, Restore, BrokenRestore, Export, Rewrite };
+constexpr std::array kCommands = {Command::Backup, Command::Restore, Command::BrokenRestore, Command::Export,
+                                  Command::Rewrite};
+constexpr std::array kNames = {"backup", "restore", "restore of a broken one", "export", "rewrite"};
 
 /// Says yes to everything, and names the file that each dialog is for.
 class YesPrompts final : public Prompts {
@@ -139,14 +145,15 @@ public:
     }
 
     /// Tells what has gone wrong, or nothing.
-    std::string Fault(bool isRewrite) const {
+    std::string Fault(Command command) const {
         for (const auto& entry : fs::directory_iterator(mPlace))
             if (!IsKnown(entry.path().filename()))
                 return "a stray file: " + entry.path().string();
         const std::string contents = Contents((mPlace / "Site.mdb").string());
-        const bool isWhole =
-            isRewrite ? contents.starts_with("ok|") : contents == mPresent || contents == mArchived;
-        if (!isWhole && !IsKept())
+        // A rewrite may have emptied it, and begun to fill it again.
+        const bool isWhole = command == Command::Rewrite ? contents.starts_with("ok|")
+                                                         : contents == mPresent || contents == mArchived;
+        if (!isWhole && !(command == Command::BrokenRestore && IsKept()))
             return "the database: " + contents.substr(0, 200);
         if (const std::string dump = Bytes(mPlace / "dump.csv"); dump != kOld && dump != mDump)
             return "half a dump";
@@ -181,10 +188,10 @@ public:
 
 private:
     static bool IsKnown(const std::string& name) {
-        constexpr std::array kNames = {"Site.mdb", "Site.mdb-wal", "Site.mdb-shm", "Good.zbk", "Bad.zbk",
+        constexpr std::array kFinal = {"Site.mdb", "Site.mdb-wal", "Site.mdb-shm", "Good.zbk", "Bad.zbk",
                                        "made.zbk", "made.zip",     "dump.csv",     "INF"};
         constexpr std::array kTemporary = {".velmora-", "DIR", "Site.mdb.replaced-"};
-        return std::find(kNames.begin(), kNames.end(), name) != kNames.end() ||
+        return std::find(kFinal.begin(), kFinal.end(), name) != kFinal.end() ||
                std::any_of(kTemporary.begin(), kTemporary.end(),
                            [&name](const char* start) { return name.starts_with(start); });
     }
@@ -232,16 +239,26 @@ private:
     std::string mDump;
 };
 
-enum class Command { Backup, Restore, BrokenRestore, Export, Rewrite };
-constexpr std::array kCommands = {Command::Backup, Command::Restore, Command::BrokenRestore, Command::Export,
-                                  Command::Rewrite};
-constexpr std::array kNames = {"backup", "restore", "restore of a broken one", "export", "rewrite"};
+/// Tells the parent of each step: they differ so much in length that moments chosen from the whole time would
+/// miss the short ones.
+class StepsForm final : public FakeForm {
+public:
+    explicit StepsForm(int steps) : mSteps(steps) {}
+    void StatusText(const std::string& text) override {
+        FakeForm::StatusText(text);
+        if (write(mSteps, "x", 1) != 1)
+            _exit(EXIT_FAILURE);
+    }
 
-/// Runs in the child; writes to `ready` when the command begins. Whether nothing unexpected was told.
-bool Run(Command command, const KillWorkplace& place, int ready) {
+private:
+    int mSteps;
+};
+
+/// Runs in the child. Whether nothing unexpected was told.
+bool Run(Command command, const KillWorkplace& place, int steps) {
     YesPrompts prompts(place.Path());
     prompts.archive = command == Command::BrokenRestore ? "Bad.zbk" : "Good.zbk";
-    FakeForm form;
+    StepsForm form(steps);
     form.node = "ALL";
     DatabaseSession session(form, prompts, place.clock, place.Path(), [] {});
     form.session = &session;
@@ -250,8 +267,6 @@ bool Run(Command command, const KillWorkplace& place, int ready) {
     form.quickImport = [&] { place.Import(prompts); };
     session.ConnectSinDatabase(gDatabasePath);
     DatabaseBackup backup(form, prompts, place.clock, place.Path());
-    if (write(ready, "x", 1) != 1)
-        return false;
     switch (command) {
         case Command::Backup:
             backup.mnuBackup();
@@ -270,29 +285,48 @@ bool Run(Command command, const KillWorkplace& place, int ready) {
     return prompts.failures.empty() || command == Command::BrokenRestore;
 }
 
-/// Starts the command and kills it `after` it has begun; waits for its end where no time is given. Its exit
-/// status, as waitpid tells it, and how long it ran.
-std::pair<int, Duration> RunAndKill(Command command, const KillWorkplace& place, const Duration* after) {
+struct Moment {
+    /// Which step, and how long after it has begun.
+    std::size_t step;
+    Duration after;
+};
+
+struct Outcome {
+    /// As waitpid tells it.
+    int status = 0;
+    /// How long each step that began took.
+    std::vector<Duration> steps;
+};
+
+/// Starts the command and kills it at the moment given; waits for its end where none is.
+Outcome RunAndKill(Command command, const KillWorkplace& place, const std::optional<Moment>& moment) {
     place.SetUp();
-    std::array<int, 2> ready{};
-    if (pipe(ready.data()) != 0)
+    std::array<int, 2> channel{};
+    if (pipe(channel.data()) != 0)
         throw std::runtime_error("no pipe");
     const pid_t child = fork();
     if (child == 0)
-        _exit(Run(command, place, ready[1]) ? EXIT_SUCCESS : EXIT_FAILURE);
+        _exit(Run(command, place, channel[1]) ? EXIT_SUCCESS : EXIT_FAILURE);
+    close(channel[1]);
+    Outcome outcome;
     char byte = 0;
-    if (read(ready[0], &byte, 1) != 1)
-        throw std::runtime_error("the command did not begin");
-    const auto start = std::chrono::steady_clock::now();
-    if (after != nullptr) {
-        usleep(static_cast<useconds_t>(after->count()));
-        kill(child, SIGKILL);
+    auto last = std::chrono::steady_clock::now();
+    for (bool isFirst = true;; isFirst = false) {
+        const bool isOver = read(channel[0], &byte, 1) != 1;
+        const auto now = std::chrono::steady_clock::now();
+        if (!isFirst)
+            outcome.steps.push_back(now - last);
+        last = now;
+        if (isOver)
+            break;
+        if (moment && outcome.steps.size() == moment->step) {
+            usleep(static_cast<useconds_t>(moment->after.count()));
+            kill(child, SIGKILL);
+        }
     }
-    int status = 0;
-    waitpid(child, &status, 0);
-    close(ready[0]);
-    close(ready[1]);
-    return {status, std::chrono::steady_clock::now() - start};
+    waitpid(child, &outcome.status, 0);
+    close(channel[0]);
+    return outcome;
 }
 
 } // namespace
@@ -300,28 +334,30 @@ std::pair<int, Duration> RunAndKill(Command command, const KillWorkplace& place,
 KillReport KillAtRandom(const std::string& folder, const SiteSize& size, int rounds, std::uint32_t seed) {
     const KillWorkplace place(folder, size);
     KillReport report;
-    std::array<Duration, kCommands.size()> whole{};
+    std::array<std::vector<Duration>, kCommands.size()> steps;
     for (std::size_t i = 0; i < kCommands.size(); ++i) {
-        const auto [status, duration] = RunAndKill(kCommands.at(i), place, nullptr);
-        whole.at(i) = duration;
-        const std::string fault = place.Fault(kCommands.at(i) == Command::Rewrite);
-        if (status != 0 || !fault.empty())
+        const Outcome outcome = RunAndKill(kCommands.at(i), place, std::nullopt);
+        steps.at(i) = outcome.steps;
+        const std::string fault = place.Fault(kCommands.at(i));
+        if (outcome.status != 0 || !fault.empty())
             report.faults.push_back(std::string(kNames.at(i)) + " fails without being killed. " + fault);
     }
     std::mt19937 random(seed);
     for (; report.rounds < rounds; ++report.rounds) {
         const std::size_t which = static_cast<std::size_t>(report.rounds) % kCommands.size();
-        const Duration after = whole.at(which) * (static_cast<double>(random()) / std::mt19937::max());
-        const auto [status, duration] = RunAndKill(kCommands.at(which), place, &after);
-        const bool isKilled = WIFSIGNALED(status);
+        const std::size_t step = random() % steps.at(which).size();
+        const Duration after =
+            steps.at(which).at(step) * (static_cast<double>(random()) / std::mt19937::max());
+        const Outcome outcome = RunAndKill(kCommands.at(which), place, Moment{step, after});
+        const bool isKilled = WIFSIGNALED(outcome.status);
         report.killed += isKilled ? 1 : 0;
-        // Before the check, which writes back what a killed database has left.
         report.changed += isKilled && place.HasChanged() ? 1 : 0;
-        const std::string fault = place.Fault(kCommands.at(which) == Command::Rewrite);
+        const std::string fault = place.Fault(kCommands.at(which));
         if (!fault.empty())
             report.faults.push_back(std::string(kNames.at(which)) + " killed in round " +
-                                    std::to_string(report.rounds) + " after " +
-                                    std::to_string(static_cast<int>(after.count())) + " us: " + fault);
+                                    std::to_string(report.rounds) + ", step " + std::to_string(step) +
+                                    " after " + std::to_string(static_cast<int>(after.count())) +
+                                    " us: " + fault);
     }
     return report;
 }

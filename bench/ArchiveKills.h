@@ -20,5 +20,6 @@ struct KillReport {
 };
 
 /// Runs and kills backup, restore, a restore of a broken database, export and baseline rewrite in turn, in
-/// `folder`, which must be empty. The same seed chooses the same moments, as parts of each command's time.
+/// `folder`, which must be empty. The same seed chooses the same moments, as parts of the time
+/// of each command's steps.
 KillReport KillAtRandom(const std::string& folder, const SiteSize& size, int rounds, std::uint32_t seed);

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-class FakeForm final : public MainForm {
+class FakeForm : public MainForm {
 public:
     void StatusText(const std::string& text) override { told += text + "\n"; }
     void ProgressMaximum(int maximum) override { progressMaximum = maximum; }

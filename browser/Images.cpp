@@ -22,7 +22,11 @@ QString Text(std::string_view text) {
 
 QIcon OwnIcon(std::string_view name) {
     LoadResources();
-    return QIcon(QStringLiteral(":/icons/") + Text(name) + QStringLiteral(".svg"));
+    const QString file = QStringLiteral(":/icons/") + Text(name) + QStringLiteral(".svg");
+    QIcon icon(file);
+    // Else the style blends the picture of a selected row into the row's own colour.
+    icon.addFile(file, {}, QIcon::Selected);
+    return icon;
 }
 
 } // namespace

@@ -6,12 +6,14 @@
 #include <QApplication>
 #include <QCursor>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSpacerItem>
 
 namespace {
 
@@ -50,6 +52,20 @@ QPushButton* AddButton(QMessageBox& box, QMessageBox::StandardButton button, con
     QPushButton* const added = box.addButton(button);
     added->setText(QString::fromLatin1(caption));
     return added;
+}
+
+/// Makes a box wide enough for its title. The box itself leaves little room beside it, and desktops set
+/// titles in bold, with an icon and buttons around.
+void WidenForTitle(QMessageBox& box) {
+    constexpr double kBold = 1.2;
+    constexpr int kFrameCharacters = 16;
+    auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid == nullptr)
+        return;
+    const QFontMetrics font = box.fontMetrics();
+    const int width = static_cast<int>(kBold * font.horizontalAdvance(box.windowTitle())) +
+                      kFrameCharacters * font.averageCharWidth();
+    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 std::string ChosenPath(QFileDialog& window) {
@@ -125,6 +141,7 @@ MsgBoxAnswer QtPrompts::MsgBox(const std::string& text, int style, const std::st
     const ArrowPointer pointer;
     if ((style & kButtonsMask) != MsgBoxStyle::kYesNo) {
         AddButton(box, QMessageBox::Ok, "OK");
+        WidenForTitle(box);
         box.exec();
         return MsgBoxAnswer::OK;
     }
@@ -132,6 +149,7 @@ MsgBoxAnswer QtPrompts::MsgBox(const std::string& text, int style, const std::st
     QPushButton* const no = AddButton(box, QMessageBox::No, "&No");
     box.setDefaultButton((style & MsgBoxStyle::kDefaultButton2) != 0 ? no : yes);
     box.setEscapeButton(no);
+    WidenForTitle(box);
     box.exec();
     return box.clickedButton() == yes ? MsgBoxAnswer::Yes : MsgBoxAnswer::No;
 }

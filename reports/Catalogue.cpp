@@ -83,6 +83,10 @@ const CatalogueRow& CatalogueReport(std::string_view menuItem) {
     return *row;
 }
 
+std::string ConfigurationName(int confID) {
+    return confID == 0 ? "Original configuration" : "Current configuration";
+}
+
 std::string Statement(const CatalogueRow& row, int confID) {
     std::string text(row.before);
     if (row.usesConfID)

@@ -24,5 +24,8 @@ std::span<const CatalogueRow> Catalogue();
 /// The row of a menu item. Raises error 5 where it has none.
 const CatalogueRow& CatalogueReport(std::string_view menuItem);
 
+/// What a report calls a configuration, on its ConfigurationLine.
+std::string ConfigurationName(int confID);
+
 /// The complete statement of a report for a configuration.
 std::string Statement(const CatalogueRow& row, int confID);

@@ -31,6 +31,8 @@ void ReportCommands::ShowReport(std::string_view menuItem, const std::string& ca
         FormRegistry::Instance().Unload("frmAllReports");
     const CatalogueRow& row = CatalogueReport(menuItem);
     std::shared_ptr<report::Report> document = MakeReport(std::string(row.reportClass));
+    if (row.usesConfID)
+        document->SetText("ConfigurationLine", ConfigurationName(mContext.form.ShowConf()));
     auto* const window = new frmAllReports(mContext);
     window->Report = std::move(document);
     window->QueryString = Statement(row, mContext.form.ShowConf());

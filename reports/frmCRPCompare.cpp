@@ -47,6 +47,7 @@ void frmCRPCompare::Compile() {
     gRecordset = std::make_shared<ADODB::Recordset>();
     gRecordset->Open(ComparisonStatement(), gConnection, ADODB::Cursor::Keyset, ADODB::Lock::ReadOnly);
     Report = MakeReport("CRPCompare");
+    Report->SetText("SelectionLine", ConfID == 0 ? "All components" : "Mismatches only");
     Report->OnFormat("Section3", CRPCompare::Section3_Format);
     Report->DatabaseTable(1).SetDataSource(gRecordset);
     if (ConfID != 0)

@@ -3,6 +3,7 @@
 
 #include "core/Globals.h"
 #include "platform/report/Viewer.h"
+#include "reports/Catalogue.h"
 #include "reports/Documents.h"
 
 namespace {
@@ -45,6 +46,7 @@ void frmCRPPC::FirstActivation() {
     Hourglass(true);
     ShowWaitWindow();
     Report = MakeReport("CRPPC");
+    Report->SetText("ConfigurationLine", ConfigurationName(ConfID));
     gRecordset = OpenRows("SELECT * FROM NET ORDER BY COMPUTERNAME");
     for (std::size_t i = 0; i < kSubreports.size(); ++i)
         mSubreportRows.at(i) = OpenRows(std::string(kSubreports.at(i).before)

@@ -73,6 +73,8 @@ void frmCustomReports::Load() {
     lstReports->clear();
     for (const std::string& name : CustomReports::Available(mContext.programFolder))
         lstReports->addItem(QString::fromStdString(name));
+    // Told that no row is current, the list lets the first arrow key choose the first report, not the second.
+    lstReports->setCurrentIndex({});
     lstReports->setFocus();
     if (lstReports->count() > 0)
         return;

@@ -25,8 +25,8 @@ constexpr double kLeastShare = 0.02;
 constexpr TextStyle kLabelStyle{9, false, false, kTextColor};
 constexpr qsizetype kLongestName = 200;
 /// The pie's diameter as a share of the chart's shorter side, and its labels' distance of its radius.
-constexpr double kPieSize = 0.7;
-constexpr double kLabelArm = 0.08;
+constexpr double kPieSize = 0.6;
+constexpr double kLabelArm = 0.14;
 constexpr double kCircle = 360;
 /// Nine o'clock, in degrees from twelve.
 constexpr double kLeftSide = 270;

@@ -312,6 +312,10 @@ std::size_t Layout::PageCount() const {
     return mThis->PageCount();
 }
 
+double Layout::TopOf(const GroupEntry& group) const {
+    return mThis->TopOf(group);
+}
+
 Page Layout::BuildPage(std::size_t number) const {
     return mThis->BuildPage(number);
 }

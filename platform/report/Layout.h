@@ -50,6 +50,9 @@ public:
     /// Groups begun so far, outer ones before what is in them.
     std::size_t GroupCount() const;
     GroupEntry Group(std::size_t index) const;
+    /// Where a group begins on its page, in points from the paper's upper edge. A group that begins together
+    /// with the one around it has that one's place.
+    double TopOf(const GroupEntry& group) const;
     /// The level of a group alone; reads no row.
     std::size_t GroupLevel(std::size_t index) const;
 

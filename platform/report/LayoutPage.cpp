@@ -11,42 +11,69 @@ namespace {
 
 constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
 
+void WriteWhole(PageWriter& writer, const ReportPlan& plan, const SectionPlan& section, const Row& first,
+                const Totals& totals) {
+    writer.Show(0, kAll);
+    if (!section.lines.empty())
+        writer.Add({&plan, &section, section.lines, &first, &totals, false});
+}
+
 } // namespace
 
 Page Layout::Implementation::BuildPage(std::size_t number) const {
     if (number >= PageCount())
         Raise(Errors::kOutOfRange, std::to_string(number));
     Page page;
-    PageFacts facts{number + 1, std::nullopt, printDate};
-    if (isComplete)
-        facts.count = PageCount();
+    const PageFacts facts = FactsOf(number);
     PageWriter writer(page, facts);
-
-    Row first(report.Definition().fields.size());
-    if (!mPages.empty())
-        report.ReadRow(mPages[number].row, first);
+    const Row first = FirstRowOf(number);
     const Totals totals = TotalsOfReport();
-    const auto write = [&](const SectionPlan& section) {
-        writer.Show(0, kAll);
-        if (!section.lines.empty())
-            writer.Add({&plan, &section, section.lines, &first, &totals, false});
-    };
 
-    writer.MoveTo(format.topMargin);
-    if (number == 0 && mHeaderStandsOnTop)
-        write(plan.reportHeader);
-    write(plan.pageHeader);
-    if (mPages.empty()) {
-        write(plan.reportFooter);
-    } else {
-        WriteRepeatedHeaders(writer, number, first);
+    WriteHead(writer, number, first, totals);
+    if (mPages.empty())
+        WriteWhole(writer, plan, plan.reportFooter, first, totals);
+    else
         WriteRows(
             writer, mPages[number],
             number + 1 < mPages.size() ? mPages[number + 1] : PageStart{static_cast<std::uint32_t>(mRow), 0});
-    }
     writer.MoveTo(format.height - format.bottomMargin - HeightOf(plan.pageFooter, first));
-    write(plan.pageFooter);
+    WriteWhole(writer, plan, plan.pageFooter, first, totals);
     return page;
+}
+
+double Layout::Implementation::TopOf(const GroupEntry& group) const {
+    Page above;
+    const PageFacts facts = FactsOf(group.page);
+    PageWriter writer(above, facts);
+    WriteHead(writer, group.page, FirstRowOf(group.page), TotalsOfReport());
+    WriteRows(writer, mPages.at(group.page), PageStart{static_cast<std::uint32_t>(group.firstRow), 0});
+    return writer.Top();
+}
+
+PageFacts Layout::Implementation::FactsOf(std::size_t number) const {
+    PageFacts facts{number + 1, std::nullopt, printDate};
+    if (isComplete)
+        facts.count = PageCount();
+    return facts;
+}
+
+/// The values that a page's header and footer show.
+Row Layout::Implementation::FirstRowOf(std::size_t number) const {
+    Row first(report.Definition().fields.size());
+    if (!mPages.empty())
+        report.ReadRow(mPages[number].row, first);
+    return first;
+}
+
+/// What stands above a page's rows.
+void Layout::Implementation::WriteHead(PageWriter& writer, std::size_t number, const Row& first,
+                                       const Totals& totals) const {
+    writer.MoveTo(format.topMargin);
+    if (number == 0 && mHeaderStandsOnTop)
+        WriteWhole(writer, plan, plan.reportHeader, first, totals);
+    WriteWhole(writer, plan, plan.pageHeader, first, totals);
+    if (!mPages.empty())
+        WriteRepeatedHeaders(writer, number, first);
 }
 
 void Layout::Implementation::WriteRepeatedHeaders(PageWriter& writer, std::size_t page,

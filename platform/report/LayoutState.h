@@ -25,6 +25,7 @@ struct Layout::Implementation {
 
     bool Work(std::chrono::milliseconds slice);
     Page BuildPage(std::size_t number) const;
+    double TopOf(const GroupEntry& group) const;
     std::size_t PageCount() const;
 
     const Report& report;
@@ -68,6 +69,9 @@ private:
     void CountCharts();
 
     // Building pages.
+    PageFacts FactsOf(std::size_t number) const;
+    Row FirstRowOf(std::size_t number) const;
+    void WriteHead(PageWriter& writer, std::size_t number, const Row& first, const Totals& totals) const;
     void WriteRepeatedHeaders(PageWriter& writer, std::size_t page, const Row& first) const;
     void WriteRows(PageWriter& writer, PageStart from, PageStart until) const;
     std::size_t NextWithBands(std::size_t row) const;

@@ -47,6 +47,8 @@ PDFJobDialog::PDFJobDialog(Prompts& prompts, int pages, QWidget* owner)
         this);
     note->setWordWrap(true);
 
+    constexpr int kShownCharacters = 40;
+    mFile->setMinimumWidth(fontMetrics().averageCharWidth() * kShownCharacters);
     auto* const fileLabel = new QLabel(QStringLiteral("&File:"), this);
     fileLabel->setBuddy(mFile);
     auto* const browse = Named(new QPushButton(QStringLiteral("&Browse\u2026"), this), "btnBrowse",

@@ -155,6 +155,17 @@ void PageView::GoTo(std::size_t page) {
     SetCurrent(there);
 }
 
+void PageView::GoTo(std::size_t page, double top) {
+    GoTo(page);
+    if (page >= mStack.count)
+        return;
+    const std::int64_t place = mStack.TopOf(page) + std::llround(top * Scale());
+    const int height = viewport()->height();
+    if (place > Offset() + std::llround((1 - kRevealAt) * height))
+        Offset(place - std::llround(kRevealAt * height));
+    SetCurrent(page);
+}
+
 void PageView::GoToEnd() {
     Offset(mStack.Height());
     SetCurrent(mStack.count == 0 ? 0 : mStack.count - 1);

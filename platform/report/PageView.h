@@ -38,6 +38,9 @@ public:
     std::size_t CurrentPage() const { return mCurrent; }
     /// Goes to the top of page `page`, or of the last one.
     void GoTo(std::size_t page);
+    /// Goes to what stands `top` points below a page's upper edge: with the page's top in sight where that
+    /// leaves room for it.
+    void GoTo(std::size_t page, double top);
     /// Goes to the bottom of the last page.
     void GoToEnd();
 

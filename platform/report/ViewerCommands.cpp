@@ -251,7 +251,7 @@ void Viewer::Implementation::ZoomOn(bool isLarger) {
 
 void Viewer::Implementation::JumpToGroup(const QModelIndex& index) {
     if (const std::optional<GroupEntry> entry = groups->EntryAt(index))
-        pages->GoTo(entry->page);
+        pages->GoTo(entry->page, layout->TopOf(*entry));
 }
 
 void Viewer::Implementation::OpenFind() {

@@ -2,6 +2,8 @@
 #include "platform/report/Layout.h"
 #include "tests/report/LayoutTest.h"
 
+#include <cmath>
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -142,9 +144,13 @@ TEST_F(LayoutTest, TheGroupTreeKnowsPagesAndRows) {
     for (std::size_t i = 0; i < layout->GroupCount(); ++i) {
         const report::GroupEntry entry = layout->Group(i);
         tree += entry.title + ": " + std::to_string(entry.rowCount) + " from row " +
-                std::to_string(entry.firstRow) + " on page " + std::to_string(entry.page) + "\n";
+                std::to_string(entry.firstRow) + " on page " + std::to_string(entry.page) + " at " +
+                std::to_string(std::lround(layout->TopOf(entry))) + "\n";
     }
-    EXPECT_EQ(tree, ": 1 from row 0 on page 0\na: 9 from row 1 on page 0\nb: 3 from row 10 on page 1\n");
+    EXPECT_EQ(tree,
+              ": 1 from row 0 on page 0 at 0\na: 9 from row 1 on page 0 at 24\n"
+              "b: 3 from row 10 on page 1 at 36\n")
+        << "below the header that is repeated and the last two rows of a";
     EXPECT_EQ(ErrorOf([&] { layout->Group(3); }), Errors::kOutOfRange);
     EXPECT_EQ(ErrorOf([&] { layout->BuildPage(layout->PageCount()); }), Errors::kOutOfRange);
 }

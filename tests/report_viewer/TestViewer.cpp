@@ -179,7 +179,12 @@ TEST_F(ViewerTest, GroupsJumpToTheirPages) {
     tree->scrollTo(last);
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(last).center());
     EXPECT_GT(PageNumber(), PageCount() * 8 / 10);
-    EXPECT_THAT(TextOfPage(PageNumber()), HasSubstr("PC9"));
+    QWidget* const port = Pages()->viewport();
+    QTest::mousePress(port, Qt::LeftButton, {}, {1, 1});
+    QTest::mouseMove(port, {port->width() - 1, port->height() - 1});
+    QTest::mouseRelease(port, Qt::LeftButton, {}, {port->width() - 1, port->height() - 1});
+    EXPECT_THAT(Pages()->SelectedText().toStdString(), HasSubstr("PC9\n"))
+        << "in sight, wherever on its page";
     viewer->DisplayGroupTree(false);
     EXPECT_FALSE(tree->isVisible());
     Press("actGroupTree");

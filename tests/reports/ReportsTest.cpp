@@ -2,9 +2,12 @@
 #include "tests/reports/ReportsTest.h"
 
 #include "import/Schema.h"
+#include "platform/report/Layout.h"
 #include "platform/text.h"
 
 #include <sqlite3.h>
+
+#include <chrono>
 
 namespace {
 
@@ -94,4 +97,15 @@ std::string ReportsTest::Values(const report::Report& report, const char* field)
                                                               : std::get<std::string>(value));
     }
     return values;
+}
+
+std::string ReportsTest::FirstPage(const report::Report& report) {
+    const report::FixedMeasure measure;
+    report::Layout layout(report, {}, measure);
+    while (!layout.IsComplete())
+        layout.Work(std::chrono::milliseconds(100));
+    std::string page = "\n";
+    for (const report::PlacedText& text : layout.BuildPage(0).texts)
+        page += text.text + "\n";
+    return page;
 }

@@ -45,6 +45,8 @@ protected:
     static void Settle();
     /// What `field` holds in the report's rows, joined by "/"; "-" for Null.
     static std::string Values(const report::Report& report, const char* field);
+    /// The texts of the report's first page, a line each.
+    static std::string FirstPage(const report::Report& report);
 
     TemporaryFolder folder;
     QueuedPrompts prompts;

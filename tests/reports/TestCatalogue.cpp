@@ -44,6 +44,17 @@ TEST_F(ReportsTest, TheConfigurationOnDisplayIsReported) {
     commands.ShowReport("mnuRepOS", "Operating System");
     Settle();
     EXPECT_EQ(Values(*Find("frmAllReports")->Report, "COMPUTERNAME"), "PC3");
+    EXPECT_THAT(FirstPage(*Find("frmAllReports")->Report), testing::HasSubstr("\nOriginal configuration\n"));
+}
+
+TEST_F(ReportsTest, AReportOfOneConfigurationSaysSoOnPaper) {
+    for (const CatalogueRow& row : Catalogue()) {
+        commands.ShowReport(row.menuItem, "");
+        Settle();
+        const std::string page = FirstPage(*Find("frmAllReports")->Report);
+        EXPECT_EQ(page.find("\nCurrent configuration\n") != std::string::npos, row.usesConfID)
+            << row.menuItem;
+    }
 }
 
 } // namespace

@@ -40,6 +40,7 @@ TEST_F(ComparisonTest, LinesUpWhatWasAndWhatIs) {
 TEST_F(ComparisonTest, MismatchesAreSelectedByTheReportAndNotByTheQuery) {
     Open(1);
     EXPECT_EQ(Values(Shown(), "Type"), "Hard Disk Size/RAM Size/CPU/RAM Size/CPU/RAM Size");
+    EXPECT_THAT(FirstPage(Shown()), testing::HasSubstr("\nMismatches only\n")) << "on paper, too";
     EXPECT_EQ(gRecordset->RecordCount(), 9) << "Fix Changes walks them all";
     commands.mnuCompare();
     QTest::qWait(1);

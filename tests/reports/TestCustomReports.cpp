@@ -131,6 +131,17 @@ TEST_F(CustomReportsTest, ListsDocumentsThatHaveSettings) {
     });
 }
 
+TEST_F(CustomReportsTest, TheFirstArrowKeyChoosesTheFirstReport) {
+    for (const char* const name : {"A.RPT", "A.RNI", "B.RPT", "B.RNI"})
+        folder.WriteFile(name, "");
+    WithList([](frmCustomReports&, QListWidget& list) {
+        EXPECT_TRUE(list.selectedItems().isEmpty());
+        QTest::keyClick(&list, Qt::Key_Down);
+        ASSERT_EQ(list.selectedItems().size(), 1);
+        EXPECT_EQ(list.selectedItems().first()->text(), "A.RPT");
+    });
+}
+
 TEST_F(CustomReportsTest, AnEmptyListTellsWhatToPutWhere) {
     WithList([&](frmCustomReports& window, QListWidget& /*list*/) {
         const QString hint = ControlOf<QLabel>(window, "lblHint").text();

@@ -31,6 +31,7 @@ TEST_F(ReportsTest, AnOpenPCReportKeepsItsConfiguration) {
     commands.mnuRepUserPCConfig();
     QTest::qWait(1);
     EXPECT_EQ(Find<frmCRPPC>("frmCRPPC"), window);
+    EXPECT_THAT(FirstPage(*window->Report), testing::HasSubstr("\nCurrent configuration\n"));
     EXPECT_EQ(gRecordset, rows);
 }
 

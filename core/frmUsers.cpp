@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -62,6 +63,7 @@ void frmUsers::BuildControls() {
     LSTUsers->setObjectName("LSTUsers");
     LSTUsers->setAccessibleName("Users");
     LSTUsers->setMinimumWidth(fontMetrics().averageCharWidth() * kColumns);
+    LSTUsers->installEventFilter(this);
     LSTUsers->viewport()->installEventFilter(this);
     btnAdd = Button(users, "btnAdd", "&Add");
     BTNDelete = Button(users, "BTNDelete", "&Delete");
@@ -95,10 +97,10 @@ void frmUsers::BuildControls() {
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
 
-    connect(LSTUsers, &QListWidget::currentRowChanged, this, &frmUsers::LSTUsersClick);
+    connect(LSTUsers, &QListWidget::itemSelectionChanged, this, &frmUsers::LSTUsersClick);
     // A click on the line that is selected already counts too.
     connect(LSTUsers, &QListWidget::itemClicked, this, [this] {
-        if (LSTUsers->currentRow() == mLineAtPress)
+        if (SelectedRow() == mLineAtPress)
             LSTUsersClick();
     });
     for (QLineEdit* const box : {txtName, txtPassword})
@@ -112,7 +114,14 @@ void frmUsers::BuildControls() {
 
 bool frmUsers::eventFilter(QObject* watched, QEvent* event) {
     if (watched == LSTUsers->viewport() && event->type() == QEvent::MouseButtonPress)
-        mLineAtPress = LSTUsers->currentRow();
+        mLineAtPress = SelectedRow();
+    // The list makes its first line the current one when it gets the focus; the arrow keys are to begin
+    // there.
+    if (watched == LSTUsers && event->type() == QEvent::FocusIn)
+        QTimer::singleShot(0, LSTUsers, [this] {
+            if (SelectedRow() < 0)
+                LSTUsers->selectionModel()->clearCurrentIndex();
+        });
     return QDialog::eventFilter(watched, event);
 }
 
@@ -130,8 +139,13 @@ void frmUsers::Load() {
     btnUpply->setEnabled(false);
 }
 
+int frmUsers::SelectedRow() const {
+    const QModelIndexList rows = LSTUsers->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.constFirst().row();
+}
+
 void frmUsers::LSTUsersClick() {
-    const int row = LSTUsers->currentRow();
+    const int row = SelectedRow();
     const bool isSelected = row >= 0;
     FRMEdit->setEnabled(isSelected);
     txtName->setText(isSelected ? Shown(mUserNames.at(Place(row))) : QString());
@@ -164,7 +178,7 @@ void frmUsers::Add() {
 }
 
 void frmUsers::Delete() {
-    const int row = LSTUsers->currentRow();
+    const int row = SelectedRow();
     if (row < 0)
         return;
     CloseGap(mUserNames, Place(row));
@@ -179,7 +193,7 @@ void frmUsers::Delete() {
 }
 
 void frmUsers::Update() {
-    const int row = LSTUsers->currentRow();
+    const int row = SelectedRow();
     if (row < 0)
         return;
     if (txtPassword->text().isEmpty()) {

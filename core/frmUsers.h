@@ -32,6 +32,8 @@ protected:
 private:
     void BuildControls();
     void Load();
+    /// -1 where no user is selected.
+    int SelectedRow() const;
     void LSTUsersClick();
     void Add();
     void Delete();

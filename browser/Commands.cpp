@@ -58,7 +58,7 @@ constexpr auto kMenuCommands = std::to_array<CommandRow>({
     {Separator, "mnuFileBar5", -1, "", "", "mnuFile", "", nullptr},
     {Menu, "mnuPreferences", -1, "&Preferences", "", "mnuFile", "", nullptr},
     {Item, "mnuViewOptions", -1, "&Options", "Ctrl+P", "mnuPreferences", "preferences", Click<&frmMain::mnuViewOptions>},
-    {Item, "mnuUsers", -1, "Admin Users", "Ctrl+A", "mnuPreferences", "users", kLater},
+    {Item, "mnuUsers", -1, "Admin Users", "Ctrl+A", "mnuPreferences", "users", Click<&frmMain::mnuUsers>},
     {Menu, "mnuMBackup", -1, "Backup", "", "mnuFile", "", nullptr},
     {Item, "mnuBackup", -1, "Backup Database", "Ctrl+B", "mnuMBackup", "backup", Click<&frmMain::mnuBackup>},
     {Item, "mnuRestore", -1, "Restore Database", "Ctrl+R", "mnuMBackup", "restore", Click<&frmMain::mnuRestore>},

@@ -163,6 +163,7 @@ public:
     void mnuConfig(int index) override;
     void mnuViewRefresh() override;
     void mnuViewOptions() override;
+    void mnuUsers();
     /// The catalogue's report of a menu item, in a window titled by the item's caption.
     void ShowReport(std::string_view menuItem);
     void mnuRepUserPCConfig();

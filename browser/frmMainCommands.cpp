@@ -4,6 +4,9 @@
 #include "browser/Images.h"
 #include "browser/frmAbout.h"
 #include "browser/frmMain.h"
+#include "core/frmOptions.h"
+#include "core/frmUsers.h"
+#include "platform/application.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -234,7 +237,18 @@ void frmMain::mnuPopPersonal(int index) {
 }
 
 void frmMain::mnuViewOptions() {
-    ComesLater("Options");
+    try {
+        frmOptions options(*this, mSettings, mPrompts, mDesktop);
+        options.exec();
+    } catch (const RunTimeError& failure) {
+        // An inventory folder that has no parent: nothing handles that, so the box of commands must not.
+        Application::Fail(failure);
+    }
+}
+
+void frmMain::mnuUsers() {
+    frmUsers users(this, mSettings, mPrompts);
+    users.exec();
 }
 
 void frmMain::ShowReport(std::string_view menuItem) {

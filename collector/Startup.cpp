@@ -26,6 +26,8 @@ Values StartupValues(std::string_view text) {
     for (std::string_view line : Split(text, '\n')) {
         line = Trimmed(line);
         const auto equals = line.find('=');
+        if (line.starts_with('[') && isInSection)
+            break; // of equal sections the first counts, as it does for the console
         if (line.starts_with('['))
             isInSection = SameIgnoringCase(Trimmed(line.substr(1, line.find(']') - 1)), "STARTUP");
         else if (isInSection && !line.starts_with(';') && equals != std::string_view::npos)

@@ -7,3 +7,7 @@
 bool SystemDesktop::Open(const std::string& address) {
     return QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
 }
+
+bool SystemDesktop::OpenFile(const std::string& path) {
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+}

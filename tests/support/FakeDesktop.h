@@ -13,6 +13,7 @@ public:
         opened.push_back(address);
         return hasPrograms;
     }
+    bool OpenFile(const std::string& path) override { return Open(path); }
 
     std::vector<std::string> opened;
     bool hasPrograms = true;

@@ -53,7 +53,12 @@ public:
     bool ConnectSinDatabase(const std::string& path) override { return session->ConnectSinDatabase(path); }
     void OpenSinDatabase() override { told += "tree\n"; }
     void CloseSinDatabase(bool clearPath) override { session->CloseSinDatabase(clearPath); }
-    void Relink() override { session->Relink(); }
+    void Relink() override {
+        if (session != nullptr)
+            session->Relink();
+        else
+            told += "relink\n";
+    }
     void EnableDatabaseCommands() override { told += "enable\n"; }
     void DisableDatabaseCommands() override { told += "disable\n"; }
     void mnuQuickImport() override {
@@ -65,7 +70,7 @@ public:
     void mnuViewRefresh() override { told += "refresh\n"; }
     void mnuViewOptions() override { told += "options\n"; }
 
-    /// For the commands of the database; the test owns it.
+    /// For the commands of the database; the test owns it. Without one, to re-link is only noted.
     DatabaseSession* session = nullptr;
     /// What the window was told to do, a line each.
     std::string told;

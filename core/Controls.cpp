@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/Controls.h"
+
+#include "core/SelectAllText.h"
+#include "platform/errors.h"
+#include "platform/prompts.h"
+#include "platform/text.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace Controls {
+
+QPushButton* Button(QWidget* parent, const char* name, const char* caption) {
+    auto* const button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    return button;
+}
+
+QLineEdit* TextBox(QWidget* parent, const char* name, const char* accessibleName, int columns, Echo echo) {
+    auto* const box = new QLineEdit(parent);
+    box->setObjectName(name);
+    box->setAccessibleName(accessibleName);
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * columns);
+    box->setEchoMode(echo == Echo::Masked ? QLineEdit::Password : QLineEdit::Normal);
+    SelectAllOnFocus(*box);
+    return box;
+}
+
+QLabel* LabelFor(QWidget* buddy, const char* caption) {
+    auto* const label = new QLabel(caption, buddy->parentWidget());
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(buddy);
+    return label;
+}
+
+QLabel* WrappedLabelFor(QWidget* buddy, const char* caption, int columns) {
+    QLabel* const label = LabelFor(buddy, caption);
+    label->setWordWrap(true);
+    // A page of a tab control does not ask for the height that a width needs.
+    label->setMinimumWidth(label->fontMetrics().averageCharWidth() * columns);
+    label->setMinimumHeight(label->heightForWidth(label->minimumWidth()));
+    return label;
+}
+
+std::string TextOf(const QLineEdit& box) {
+    return box.text().toStdString();
+}
+
+QString Shown(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+void Guarded(Prompts& prompts, const std::function<void()>& command) {
+    try {
+        command();
+    } catch (const RunTimeError& failure) {
+        prompts.MsgBox(failure.description, MsgBoxStyle::kCritical, "Error#" + NumberText(failure.number));
+    }
+}
+
+} // namespace Controls

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the small dialogs are built of, each control under its established name, and how their commands tell
+// of a failure. Parents own what is made.
+#pragma once
+
+#include <functional>
+#include <string>
+
+class Prompts;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QString;
+class QWidget;
+
+namespace Controls {
+
+enum class Echo { Plain, Masked };
+
+QPushButton* Button(QWidget* parent, const char* name, const char* caption);
+/// A text box that selects its whole text when it gets the focus, as wide as `columns` letters at least.
+QLineEdit* TextBox(QWidget* parent, const char* name, const char* accessibleName, int columns,
+                   Echo echo = Echo::Plain);
+/// A label whose access key, if any, leads to `buddy`.
+QLabel* LabelFor(QWidget* buddy, const char* caption);
+/// As LabelFor, broken into lines of about `columns` letters, with room for them all.
+QLabel* WrappedLabelFor(QWidget* buddy, const char* caption, int columns);
+
+std::string TextOf(const QLineEdit& box);
+QString Shown(const std::string& text);
+
+/// Runs a command; a failure ends it with a box that tells its number and reason.
+void Guarded(Prompts& prompts, const std::function<void()>& command);
+
+} // namespace Controls

@@ -9,7 +9,7 @@
 #include "platform/report/Layout.h"
 #include "platform/report/PageBreaks.h"
 #include "platform/report/PageWriter.h"
-#include "platform/report/RowOrder.h"
+#include "platform/report/ValueCounts.h"
 
 #include <unordered_map>
 
@@ -65,7 +65,6 @@ private:
     void Take(std::size_t begin, std::size_t end);
     void NewPage(std::size_t strip);
     double NewPageRoom(std::size_t strip) const;
-    void CountCharts();
 
     // Building pages.
     void WriteRepeatedHeaders(PageWriter& writer, std::size_t page, const Row& first) const;
@@ -102,11 +101,7 @@ private:
     GroupIndex mGroups;
     std::vector<double> mNumbers;
     std::vector<double> mSums;
-    struct Tally {
-        ValueIndex values;
-        std::vector<std::pair<std::string, std::size_t>> slices;
-    };
-    std::vector<Tally> mTallies;
+    std::vector<ValueCounts> mCharts;
 
     friend class Layout;
 };

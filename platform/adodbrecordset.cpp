@@ -22,7 +22,10 @@ struct Cell {
 
 bool IsTableName(std::string_view source) {
     const std::size_t start = source.find_first_not_of(" \t\r\n(");
-    return start == std::string_view::npos || !EqualNoCase(source.substr(start, 6), "SELECT");
+    if (start != std::string_view::npos && EqualNoCase(source.substr(start, 6), "SELECT"))
+        return false;
+    // Comments may stand in front of a query.
+    return !IsQuery(source);
 }
 
 std::string_view ValueText(sqlite3_value* value) {

@@ -98,6 +98,8 @@ void ReportWindow::Unload() {
         UnloadWaitWindow();
     Hourglass(false);
     Report.reset();
+    // The window may be destroyed much later, while another report that was chosen meanwhile is at work.
+    mViewer->ReportSource(nullptr);
     hide();
     FormRegistry::Instance().Unloaded(this);
     emit Unloaded();

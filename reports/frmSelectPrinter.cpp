@@ -86,10 +86,11 @@ void frmSelectPrinter::BuildControls() {
     connect(ok, &QPushButton::clicked, this, &frmSelectPrinter::OK);
     connect(cancel, &QPushButton::clicked, this, &frmSelectPrinter::reject);
     connect(BTNSetup, &QPushButton::clicked, this, &frmSelectPrinter::ShowPrintDialog);
-    connect(LSTPrinters, &QListWidget::currentRowChanged, this, &frmSelectPrinter::Click);
+    // The current line is no choice: the list has one as soon as it has the keyboard.
+    connect(LSTPrinters, &QListWidget::itemSelectionChanged, this, &frmSelectPrinter::Click);
     // A click on the line that is selected already counts too.
     connect(LSTPrinters, &QListWidget::itemClicked, this, [this] {
-        if (LSTPrinters->currentRow() == mLineAtPress)
+        if (SelectedLine() == mLineAtPress)
             Click();
     });
     connect(LSTPrinters, &QListWidget::itemDoubleClicked, this, &frmSelectPrinter::OK);
@@ -97,7 +98,7 @@ void frmSelectPrinter::BuildControls() {
 
 bool frmSelectPrinter::eventFilter(QObject* watched, QEvent* event) {
     if (watched == LSTPrinters->viewport() && event->type() == QEvent::MouseButtonPress)
-        mLineAtPress = LSTPrinters->currentRow();
+        mLineAtPress = SelectedLine();
     return QDialog::eventFilter(watched, event);
 }
 
@@ -106,7 +107,6 @@ void frmSelectPrinter::Load() {
     try {
         const std::string key = KeyOf(mPrinting.DefaultPrinter());
         for (report::Printer& printer : mPrinting.Printers()) {
-            const QSignalBlocker quiet(LSTPrinters); // the first line would select itself
             LSTPrinters->addItem(QString::fromStdString(printer.deviceName + " on " + printer.port));
             if (KeyOf(printer) == key)
                 current = LSTPrinters->count() - 1;
@@ -120,7 +120,8 @@ void frmSelectPrinter::Load() {
     Hint(
         "The printer that you click becomes your own default printer at once, whether you then press OK or "
         "Cancel.");
-    LSTPrinters->setCurrentRow(current);
+    if (current >= 0)
+        LSTPrinters->setCurrentRow(current);
 }
 
 void frmSelectPrinter::Hint(const char* text) {
@@ -137,8 +138,13 @@ void frmSelectPrinter::ShowModal(QWidget& owner) {
     windowHandle()->setTransientParent(nullptr);
 }
 
+int frmSelectPrinter::SelectedLine() const {
+    const QList<QListWidgetItem*> selected = LSTPrinters->selectedItems();
+    return selected.isEmpty() ? -1 : LSTPrinters->row(selected.constFirst());
+}
+
 void frmSelectPrinter::Click() {
-    const int line = LSTPrinters->currentRow();
+    const int line = SelectedLine();
     if (line >= 0)
         Change_Printer_To(mPrinters.at(static_cast<std::size_t>(line)).deviceName);
 }
@@ -158,7 +164,7 @@ bool frmSelectPrinter::ShowPrintDialog() {
 }
 
 void frmSelectPrinter::OK() {
-    const int line = LSTPrinters->currentRow();
+    const int line = SelectedLine();
     if (line >= 0) {
         const report::Printer& printer = mPrinters.at(static_cast<std::size_t>(line));
         PrinterName = printer.deviceName;

@@ -48,6 +48,8 @@ private:
     void BuildControls();
     void Load();
     void Hint(const char* text);
+    /// -1 where none is.
+    int SelectedLine() const;
     void Click();
     void OK();
 

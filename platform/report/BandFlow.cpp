@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/BandFlow.h"
 
-#include "platform/report/RowOrder.h"
-#include "platform/text.h"
+#include "platform/report/FormulaNode.h"
+#include "platform/report/ValueCounts.h"
 
 namespace report {
 
@@ -71,15 +71,12 @@ private:
     void CountCharts() {
         Row row;
         for (const std::size_t field : mPlan.chartFields) {
-            ValueIndex values;
-            auto& slices = mTotals.back().charts.emplace_back();
+            ValueCounts counts(mPlan.report.Definition(), field);
             for (const std::size_t place : mRows) {
                 mPlan.report.ReadRow(place, row);
-                const std::size_t number = values.Number(row[field]);
-                if (number == slices.size())
-                    slices.emplace_back(FormatValue({}, row[field], false), 0);
-                ++slices[number].second;
+                counts.Add(row);
             }
+            mTotals.back().charts.push_back(counts.Slices());
         }
     }
 
@@ -114,13 +111,8 @@ void FlowDetail(const ReportPlan& plan, const Row& row, bool needsTotals, BandSi
 } // namespace
 
 void AddSums(const ReportPlan& plan, const Row& row, std::vector<double>& sums) {
-    for (std::size_t i = 0; i < plan.sumFields.size(); ++i) {
-        const ADODB::Value& value = row[plan.sumFields[i]];
-        if (const auto* number = std::get_if<double>(&value))
-            sums[i] += *number;
-        else if (const auto* text = std::get_if<std::string>(&value))
-            sums[i] += NumberOrNothing(*text).value_or(0);
-    }
+    for (std::size_t i = 0; i < plan.sumFields.size(); ++i)
+        sums[i] += NumberIn(row[plan.sumFields[i]]).value_or(0);
 }
 
 void FlowRow(const ReportPlan& plan, const RowPlace& place, const TotalsOf& totals, BandSink& sink) {

@@ -6,11 +6,11 @@
 #include "platform/report/ExportText.h"
 #include "platform/report/ExportWriters.h"
 #include "platform/report/GroupTotals.h"
+#include "platform/report/ValueCounts.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <map>
 
 namespace report {
 
@@ -354,14 +354,13 @@ private:
     }
 
     void WriteChart(const ObjectDefinition& object) {
-        std::map<std::string, std::size_t> counts;
-        const bool isFlag = mDocument.fields[object.chartField].type == FieldDefinition::Type::Boolean;
+        ValueCounts counts(mDocument, object.chartField);
         Row row;
         for (std::size_t i = 0; i < mReport.RowCount() && mSteps.Next(); ++i) {
             mReport.ReadRow(i, row);
-            ++counts[FormatValue(object.format, row[object.chartField], isFlag)];
+            counts.Add(row);
         }
-        std::vector<std::pair<std::string, std::size_t>> slices(counts.begin(), counts.end());
+        std::vector<std::pair<std::string, std::size_t>> slices = counts.Slices();
         std::stable_sort(slices.begin(), slices.end(),
                          [](const auto& a, const auto& b) { return a.second > b.second; });
         std::string html = "<table>\n<thead>\n<tr><th scope=\"col\">";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/GroupTotals.h"
 
+#include "platform/report/FormulaNode.h"
 #include "platform/report/RowOrder.h"
 
 namespace report {
@@ -40,8 +41,7 @@ void GroupTotals::Add(const Row& row) {
     for (Totals& totals : mTotals) {
         ++totals.rows;
         for (const auto& [field, position] : mSummed)
-            if (const auto* const number = std::get_if<double>(&row[field]))
-                totals.sums[position] += *number;
+            totals.sums[position] += NumberIn(row[field]).value_or(0);
     }
 }
 

@@ -34,8 +34,10 @@ Layout::Implementation::Implementation(const Report& source, const PageFormat& p
       mHeaderHeights(plan.Levels()),
       mGroups(plan.Levels(), plan.sumFields.size()),
       mNumbers(plan.sumFields.size()),
-      mSums(plan.sumFields.size()),
-      mTallies(plan.chartFields.size()) {}
+      mSums(plan.sumFields.size()) {
+    for (const std::size_t field : plan.chartFields)
+        mCharts.emplace_back(report.Definition(), field);
+}
 
 double Layout::Implementation::HeightOf(const SectionPlan& section, const Row& row) const {
     double height = 0;
@@ -178,7 +180,8 @@ void Layout::Implementation::PlaceRow() {
     std::fill(mNumbers.begin(), mNumbers.end(), 0.0);
     AddSums(plan, mValues, mNumbers);
     std::transform(mSums.begin(), mSums.end(), mNumbers.begin(), mSums.begin(), std::plus<>());
-    CountCharts();
+    for (ValueCounts& chart : mCharts)
+        chart.Add(mValues);
     mGroups.Begin(mPlace.begins, mRow);
     mGroups.Count(mNumbers);
 
@@ -279,16 +282,6 @@ void Layout::Implementation::NewPage(std::size_t strip) {
     mUsed = 0;
     mHasRows = false;
     mPages.push_back({static_cast<std::uint32_t>(mRow), static_cast<std::uint32_t>(strip)});
-}
-
-void Layout::Implementation::CountCharts() {
-    for (std::size_t i = 0; i < mTallies.size(); ++i) {
-        const std::size_t field = plan.chartFields[i];
-        const std::size_t number = mTallies[i].values.Number(mValues[field]);
-        if (number == mTallies[i].slices.size())
-            mTallies[i].slices.emplace_back(FormatValue({}, mValues[field], false), 0);
-        ++mTallies[i].slices[number].second;
-    }
 }
 
 std::size_t Layout::Implementation::PageCount() const {

@@ -156,8 +156,8 @@ Totals Layout::Implementation::TotalsOf(GroupIndex::Place place) const {
 
 Totals Layout::Implementation::TotalsOfReport() const {
     Totals totals{mRow, mSums, std::nullopt, {}};
-    for (const Tally& tally : mTallies)
-        totals.charts.push_back(tally.slices);
+    for (const ValueCounts& chart : mCharts)
+        totals.charts.push_back(chart.Slices());
     return totals;
 }
 

@@ -9,7 +9,7 @@
 #include "platform/report/Layout.h"
 #include "platform/report/PageBreaks.h"
 #include "platform/report/PageWriter.h"
-#include "platform/report/RowOrder.h"
+#include "platform/report/ValueCounts.h"
 
 #include <unordered_map>
 
@@ -66,7 +66,6 @@ private:
     void Take(std::size_t begin, std::size_t end);
     void NewPage(std::size_t strip);
     double NewPageRoom(std::size_t strip) const;
-    void CountCharts();
 
     // Building pages.
     PageFacts FactsOf(std::size_t number) const;
@@ -106,11 +105,7 @@ private:
     GroupIndex mGroups;
     std::vector<double> mNumbers;
     std::vector<double> mSums;
-    struct Tally {
-        ValueIndex values;
-        std::vector<std::pair<std::string, std::size_t>> slices;
-    };
-    std::vector<Tally> mTallies;
+    std::vector<ValueCounts> mCharts;
 
     friend class Layout;
 };

@@ -36,7 +36,8 @@ public:
 
     /// Installed printers in the system's order.
     virtual std::vector<Printer> Printers() = 0;
-    /// The user's default printer. Raises error -1 where none is installed.
+    /// The user's default printer; all empty where it is none of those installed. Raises error -1 where none
+    /// is installed.
     virtual Printer DefaultPrinter() = 0;
     /// Makes a printer the user's own default, in their own settings; the system's is left alone. Whether the
     /// printer can be reached, and whether the change was made.

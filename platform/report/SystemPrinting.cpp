@@ -68,7 +68,7 @@ Printer SystemPrinting::DefaultPrinter() {
     const std::string name = DefaultPrinterName();
     const auto found = std::find_if(printers.begin(), printers.end(),
                                     [&name](const Printer& printer) { return printer.deviceName == name; });
-    return found == printers.end() ? printers.front() : *found;
+    return found == printers.end() ? Printer() : *found;
 }
 
 Printing::Change SystemPrinting::ChangeDefault(const std::string& deviceName) {
@@ -93,7 +93,10 @@ Printing::Change SystemPrinting::ChangeDefault(const std::string& deviceName) {
 
 QPrinter& SystemPrinting::PrinterNamed(const std::string& name) {
     const std::vector<Printer> printers = LocalPrinters();
-    const std::string wanted = name.empty() ? DefaultPrinter().deviceName : name;
+    std::string wanted = name.empty() ? DefaultPrinter().deviceName : name;
+    // Without a default, the first is as good as any.
+    if (wanted.empty() && !printers.empty())
+        wanted = printers.front().deviceName;
     // The toolkit is not let loose where this machine has no printers: it would ask whatever server is named.
     if (std::none_of(printers.begin(), printers.end(),
                      [&wanted](const Printer& printer) { return printer.deviceName == wanted; }))

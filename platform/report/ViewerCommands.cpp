@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a viewer's commands do. Each may keep a dialog open while the window around is closed by its owner,
-// so each looks whether the viewer is still there when it comes back.
+// so each looks whether the viewer still shows its report when it comes back.
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/report/Exports.h"
@@ -104,14 +104,15 @@ std::string Viewer::Implementation::Title() const {
 
 bool Viewer::Implementation::CompleteFirst() {
     const QPointer<Viewer> alive(&viewer);
+    const std::shared_ptr<Report> kept = report;
     ProgressWindow window(&viewer, QStringLiteral("Reading\u2026"));
     while (isBusy) {
         if (!isHeld)
             Work();
-        const QString rows = QLocale().toString(static_cast<qulonglong>(report->RowsRead()));
+        const QString rows = QLocale().toString(static_cast<qulonglong>(kept->RowsRead()));
         if (!window.Step(-1, QStringLiteral("Reading\u2026 %1 rows").arg(rows)))
             return false;
-        if (alive.isNull())
+        if (alive.isNull() || report != kept)
             return false;
     }
     return true;
@@ -140,7 +141,7 @@ void Viewer::Implementation::Print() {
             const int total = last - first + 1;
             return window.Step(static_cast<double>(done) / total,
                                QStringLiteral("Printing\u2026 ") + PageOf(done + 1, total)) &&
-                   !alive.isNull();
+                   !alive.isNull() && report == kept;
         });
 }
 
@@ -165,7 +166,7 @@ void Viewer::Implementation::Export() {
     const Hold hold(viewer, isHeld);
     ProgressWindow window(&viewer, QStringLiteral("Exporting\u2026"));
     const auto step = [&](double share, const QString& text) {
-        return window.Step(share, text) && !alive.isNull();
+        return window.Step(share, text) && !alive.isNull() && report == kept;
     };
     if (chosen->format) {
         report::Export(*kept, *chosen->format, path, [&](double share) { return step(share, {}); });

@@ -269,6 +269,24 @@ objects = [{field = "{Programs.Machine}", width = 50}, {count = true, left = 50,
     }
 }
 
+TEST_F(ExportsTest, HTMLCountsAndSumsAsThePagesDo) {
+    Add("'Many', 'a', 1");
+    Add("'MANY', 'b', 2");
+    Add("'few', 'c', 4");
+    Report report(std::string(kProgramsHead) + R"(
+[[report-header.line]]
+objects = [{chart = "{Programs.Machine}", height = 100}]
+[[report-footer.line]]
+objects = [{sum = "{Programs.Size}", suffix = " in all"}]
+)",
+                  "x.rpt");
+    report.DatabaseTable(1).SetDataSource(
+        Query("SELECT Machine, Program, CStr([Size]) AS [Size] FROM Programs"));
+    EXPECT_THAT(Exported(report, ExportFormat::HTML),
+                testing::AllOf(testing::HasSubstr("<tr><td>Many</td><td class=\"r\">2</td></tr>"),
+                               testing::HasSubstr("7 in all")));
+}
+
 TEST_F(ExportsTest, WorkbooksKeepNumbersAsNumbersAndTextsAsTexts) {
     Add("'PC1', '=1+1', 1.5");
     Add("'PC1', '0012', -3");

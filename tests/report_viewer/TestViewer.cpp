@@ -335,4 +335,16 @@ TEST_F(ViewerTest, MayGoWhileItIsBusyOrAsking) {
     EXPECT_EQ(viewer, nullptr);
 }
 
+TEST_F(ViewerTest, PrintsNothingOfAReportThatIsTakenAwayMeanwhile) {
+    Show(10);
+    printing.meanwhile = [this] { viewer->ReportSource(nullptr); };
+    viewer->PrintReport();
+
+    ViewSquared(300);
+    QTimer::singleShot(0, viewer.get(), printing.meanwhile);
+    viewer->PrintReport();
+    EXPECT_THAT(printing.painted, testing::IsEmpty());
+    EXPECT_EQ(PageCount(), 0);
+}
+
 } // namespace

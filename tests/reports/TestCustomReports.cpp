@@ -174,6 +174,18 @@ TEST_F(CustomReportsTest, AReportStandsOnTopOfTheListAndReturnsToIt) {
     EXPECT_EQ(shown, 2);
 }
 
+TEST_F(CustomReportsTest, AQueryMayBeginWithARemark) {
+    folder.WriteFile("a.rpt", kDocument);
+    WithList([&](frmCustomReports& window, QListWidget& /*list*/) {
+        QTimer::singleShot(50, qApp, [] {
+            ASSERT_NE(Find("frmAllReports"), nullptr);
+            EXPECT_EQ(Values(*Find("frmAllReports")->Report, "COMPUTERNAME"), "PC2/PC1/PC3");
+            Trigger(*Find("frmAllReports"), "mnuClose");
+        });
+        window.RunCustomReport(folder.Path("a.rpt"), "A", "-- all\n/* machines */ SELECT * FROM Net", 0);
+    });
+}
+
 TEST_F(CustomReportsTest, WhatIsWrongWithAPairIsTold) {
     folder.WriteFile("a.rpt", kDocument);
     folder.WriteFile("a.rni", "|Name=A|GroupTree=1|");
@@ -198,16 +210,21 @@ TEST_F(CustomReportsTest, NoStatementChangesTheDatabase) {
     folder.WriteFile("a.rpt", kDocument);
     folder.WriteFile("a.rni", kSettings);
     WithList([&](frmCustomReports& window, QListWidget& /*list*/) {
-        for (const char* statement : {"DELETE * FROM Net", "UPDATE Net SET COMPUTERNAME = 'X'",
-                                      "SELECT * FROM Net; DELETE * FROM Net", "DROP TABLE OS",
-                                      "PRAGMA writable_schema = 1", "Net", ""}) {
+        for (const char* statement :
+             {"DELETE * FROM Net", "UPDATE Net SET COMPUTERNAME = 'X'",
+              "SELECT * FROM Net; DELETE * FROM Net", "DROP TABLE OS", "PRAGMA writable_schema = 1", "Net",
+              "", "/* SELECT */ DELETE * FROM Net", "WITH X AS (SELECT 1) DELETE FROM Net"}) {
             prompts.Expect(Box(
                 "Error#-1", std::string("A report is fed by a query alone, and this is none: ") + statement,
                 MsgBoxStyle::kCritical));
             window.RunCustomReport(folder.Path("a.rpt"), "A", statement, 0);
         }
-        prompts.Expect(Box("", "There was an ERROR while loading the Report"));
-        window.RunCustomReport(folder.Path("a.rpt"), "A", "SELECT * INTO Copy FROM Net", 0);
+        for (const char* statement :
+             {"SELECT * INTO Copy FROM Net", "SELECT load_extension('x') FROM Net",
+              "SELECT * FROM (DELETE FROM Net RETURNING *)", "SELECT * FROM pragma_journal_mode('delete')"}) {
+            prompts.Expect(Box("", "There was an ERROR while loading the Report"));
+            window.RunCustomReport(folder.Path("a.rpt"), "A", statement, 0);
+        }
     });
     EXPECT_EQ(Ask("SELECT COMPUTERNAME FROM Net"), "PC2 PC1 PC3");
     EXPECT_EQ(Ask("SELECT COUNT(*) FROM OS"), "3");

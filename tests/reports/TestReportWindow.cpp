@@ -84,7 +84,9 @@ TEST_F(ReportWindowTest, AnotherReportMayBeChosenInTheMiddleOfOne) {
     bool wasAtWork = false;
     QTimer::singleShot(20, qApp, [&] {
         wasAtWork = first && first->Report && !first->Report->IsComplete();
+        const std::weak_ptr<report::Report> before = first->Report;
         commands.ShowReport("mnuRepODBC", "ODBC Drivers");
+        EXPECT_TRUE(before.expired()) << "or it would be read on beside the other";
     });
     QTest::qWait(60);
     Settle();

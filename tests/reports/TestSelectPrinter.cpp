@@ -76,6 +76,17 @@ TEST_F(SelectPrinterTest, AClickTakesEffectAtOnceAndCancelKeepsTheReportsPrinter
     EXPECT_EQ(report->Report->PrinterName(), "Laser") << "of the last OK";
 }
 
+TEST_F(SelectPrinterTest, WithoutADefaultNothingIsChosenByItself) {
+    printing.defaultPrinter = printing.printers.size();
+    Choose([&](frmSelectPrinter& chooser, QListWidget& list) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return list.hasFocus(); }));
+        EXPECT_THAT(list.selectedItems(), IsEmpty());
+        Press(chooser, "cmdOK");
+    });
+    EXPECT_THAT(printing.changes, IsEmpty()) << "to look at the list changes nothing";
+    EXPECT_EQ(report->Report->PrinterName(), "");
+}
+
 TEST_F(SelectPrinterTest, WithoutPrintersThereIsNothingToSetUp) {
     printing.printers.clear();
     Choose([&](frmSelectPrinter& chooser, QListWidget& list) {

@@ -14,7 +14,7 @@ public:
     report::Printer DefaultPrinter() override {
         if (printers.empty())
             throw RunTimeError(Errors::kDatabase, "no printer is installed");
-        return printers.at(defaultPrinter);
+        return defaultPrinter < printers.size() ? printers[defaultPrinter] : report::Printer();
     }
     Change ChangeDefault(const std::string& deviceName) override {
         changes.push_back(deviceName);

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/report/ValueCounts.h"
+
+namespace report {
+
+ValueCounts::ValueCounts(const Document& document, std::size_t field)
+    : mField(field), mIsFlag(document.fields[field].type == FieldDefinition::Type::Boolean) {}
+
+void ValueCounts::Add(const Row& row) {
+    const ADODB::Value& value = row[mField];
+    const std::size_t number = mValues.Number(value);
+    if (number == mSlices.size())
+        mSlices.emplace_back(FormatValue({}, value, mIsFlag), 0);
+    ++mSlices[number].second;
+}
+
+} // namespace report

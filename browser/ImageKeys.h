@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Keys of the image list imlTree, which the tree and the list share. Apart from the pictures themselves, so
-// that what only names an image needs no toolkit.
+// Keys of the image lists: imlTree, which the tree and the list share, and from Pr_No on ImgDevice, that of
+// the properties. Apart from the pictures themselves, so that what only names an image needs no toolkit.
 #pragma once
 
 #include <cstdint>
@@ -21,5 +21,12 @@ enum class Image : std::uint8_t {
     PC_OS,
     PC_PRINTER,
     PC_UNINSTALL,
-    PC_MAIN
+    PC_MAIN,
+    Pr_No,
+    Pr_Yes,
+    OS,
+    DRIVE,
+    ODBC,
+    PRINTER,
+    UNINSTALL
 };

@@ -12,9 +12,10 @@ static void LoadResources() {
 
 namespace {
 
-constexpr std::array<std::string_view, 15> kKeys = {
-    "",      "PC_1",    "PC_2",      "PC_3",  "PC_4",       "PC_CPU",       "PC_DEVICE", "PC_DRIVE",
-    "PC_IO", "PC_ODBC", "PC_OFFICE", "PC_OS", "PC_PRINTER", "PC_UNINSTALL", "PC_MAIN"};
+constexpr std::array<std::string_view, 22> kKeys = {
+    "",       "PC_1",    "PC_2",      "PC_3",  "PC_4",       "PC_CPU",       "PC_DEVICE", "PC_DRIVE",
+    "PC_IO",  "PC_ODBC", "PC_OFFICE", "PC_OS", "PC_PRINTER", "PC_UNINSTALL", "PC_MAIN",   "Pr_No",
+    "Pr_Yes", "OS",      "DRIVE",     "ODBC",  "PRINTER",    "UNINSTALL"};
 
 QString Text(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));

@@ -4,6 +4,7 @@
 #include "platform/errors.h"
 #include "platform/text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -53,6 +54,17 @@ bool HasProblem(const ADODB::Field& code) {
     return !code.IsNull() && code.Text() != kNoProblem;
 }
 
+std::string_view ProblemText(const ADODB::Field& code, std::string& buffer) {
+    if (!HasProblem(code) || code.Text().empty())
+        return YesNo(false);
+    std::string_view text = code.Text();
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    text = text.substr(0, text.find_last_not_of(' ') + 1);
+    buffer = "Yes (";
+    buffer += text;
+    return buffer += ')';
+}
+
 std::string_view SizeText(const ADODB::Field& field, std::int16_t mode, std::string& buffer) {
     return buffer = FormatMegabytes(field.Value(), mode);
 }
@@ -97,12 +109,18 @@ std::string_view DisplayText(Rule rule, const ADODB::Field& field, std::string& 
             return YesNo(HasProblem(field));
         case Rule::ProblemOfOne:
             return YesNo(HasProblem(field) && !field.Text().empty());
+        case Rule::ProblemCode:
+            return ProblemText(field, buffer);
         case Rule::LocalRemote:
             return field.Text() == "L" ? "Local" : "Remote";
         case Rule::OfficeNotAvailable:
             return WithoutBars(TextOr(kNotAvailable, field), buffer);
         case Rule::OfficeNotInstalled:
             return WithoutBars(TextOr("Not Installed", field), buffer);
+        case Rule::OfficeInstalled: {
+            const std::string_view names = WithoutBars(NotNull(field), buffer);
+            return names.empty() ? "-- Not Installed --" : names;
+        }
     }
     return {};
 }

@@ -35,11 +35,15 @@ enum class Rule : std::uint8_t {
     /// none, the list of all machines for a problem.
     ProblemOfAll,
     ProblemOfOne,
+    /// As ProblemOfOne, with the code itself: "Yes (28 00 00 00)".
+    ProblemCode,
     /// A printer's "L" is "Local", any other value "Remote".
     LocalRemote,
     /// Names of office programs without their vertical bars; "n/a", "Not Installed" for Null.
     OfficeNotAvailable,
     OfficeNotInstalled,
+    /// The same, "-- Not Installed --" where nothing is left. Null raises error 94.
+    OfficeInstalled,
 };
 
 /// What `field` of the current row shows under `rule`. Valid until `buffer` changes, the recordset moves or

@@ -153,7 +153,7 @@ public:
     void mnuFileClose();
     /// Puts the selected rows, or all where none is, on the clipboard as text with tabs.
     void mnuCopy();
-    /// Ends silently where it fails.
+    /// Shows the properties of the database or of the machine, by the selected node; nothing on any other.
     void mnuProperties();
     void mnuViewToolbar();
     void mnuViewStatusBar();

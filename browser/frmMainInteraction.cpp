@@ -3,10 +3,15 @@
 // of the properties dialog.
 #include "browser/Categories.h"
 #include "browser/DrillDown.h"
+#include "browser/ListText.h"
 #include "browser/ListView.h"
 #include "browser/LongWork.h"
 #include "browser/TreeModel.h"
 #include "browser/frmMain.h"
+#include "browser/frmProperties.h"
+#include "browser/frmSystemProp.h"
+#include "core/NodeKeys.h"
+#include "platform/application.h"
 #include "platform/errors.h"
 
 #include <QClipboard>
@@ -14,29 +19,6 @@
 #include <QTreeView>
 
 #include <numeric>
-
-namespace {
-
-/// Every caption is followed by a tab, the last one too; of a row's texts the last is not.
-std::string HeadingLine(const ListModel& items) {
-    std::string line;
-    for (const ListColumnHeader& column : items.Columns())
-        line += column.caption + "\t";
-    return line + "\r\n";
-}
-
-QString RowLine(const ListModel& items, std::size_t row) {
-    std::string text;
-    const int columns = static_cast<int>(items.Columns().size());
-    for (int column = 0; column < columns; ++column) {
-        if (column > 0)
-            text += '\t';
-        text += items.Text(row, column);
-    }
-    return QString::fromStdString(text + "\r\n");
-}
-
-} // namespace
 
 std::string frmMain::SelectedNodeKey() const {
     const QModelIndex node = SelectedNode();
@@ -137,12 +119,16 @@ void frmMain::mnuCopy() {
 }
 
 void frmMain::mnuProperties() {
-    try {
-        const std::string key = mTree->Key(SelectedNode());
-        if (key == "ALL" || key == "MAIN" || key.find(kMachineSuffix) != std::string::npos)
-            ComesLater("Properties");
-    } catch (const RunTimeError&) {
-        // What can not be shown is not shown; the list tells of the failure where it matters.
-        return;
+    const std::string key = mTree->Key(SelectedNode());
+    // What fails in the dialogs fails in the program; a command's own handler must not see it.
+    if (key == "ALL" || key == "MAIN") {
+        Application::Guard([this] { return frmSystemProp(this, mClock).exec(); });
+    } else if (key.find(kMachineSuffix) != std::string::npos) {
+        Application::Guard([&] {
+            frmProperties properties(this, mPrompts);
+            properties.ConfID(mShowConf);
+            properties.ComputerName(NodeKeys::WithoutMain(key));
+            return properties.exec();
+        });
     }
 }

@@ -243,19 +243,6 @@ TEST_F(InteractionTest, PingIsOfferedForTheSelectedNetworkCard) {
     }
 }
 
-TEST_F(InteractionTest, PropertiesBelongToMachines) {
-    Open();
-    for (const char* node : {"MAIN", "ALL", "PC1?MAIN", "PC1?CPU", "ALL?CPU"}) {
-        Click(node);
-        if (IsEnabled("mnuProperties"))
-            prompts.Expect(Box("Properties", "This command comes with a later version."));
-        // Invoked as by a command that was not disabled.
-        form->mnuProperties();
-    }
-    Find<QTreeView>("tvTreeView").clearSelection();
-    form->mnuProperties();
-}
-
 TEST_F(InteractionTest, TypingFindsARow) {
     Open();
     for (const char* mode : {"ViewDetails", "ViewList"}) {

@@ -34,8 +34,6 @@ void Report(frmMain& form, int /*index*/) {
     form.ShowReport(MenuItem.text.data());
 }
 
-constexpr ClickHandler kLater = nullptr;
-
 /// mnuPopPersonal with an index that is not that of the item.
 template <int Index>
 void Personal(frmMain& form, int /*index*/) {

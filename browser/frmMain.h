@@ -190,8 +190,7 @@ private:
     void BuildShortcuts();
     void AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus);
     QAction* AddItem(const CommandRow& row, QMenu& menu);
-    void Run(ClickHandler click, int index, std::string_view caption);
-    void ComesLater(std::string_view caption);
+    void Run(ClickHandler click, int index);
     /// The help window, made if need be; null after a box, where the program has no help.
     frmHelp* OpenHelp();
     void ShowHelpTopic(const std::string& page);

@@ -76,7 +76,7 @@ QAction* frmMain::AddItem(const CommandRow& row, QMenu& menu) {
         // The handler decides on the mark.
         if (row.kind == CommandKind::Check)
             action->setChecked(!isChecked);
-        Run(row.click, row.index, row.caption);
+        Run(row.click, row.index);
     });
     return action;
 }
@@ -99,22 +99,13 @@ void frmMain::BuildToolBar() {
         if (row.group != ButtonGroup::None)
             action->setActionGroup(row.group == ButtonGroup::Views ? views : configurations);
         tbToolBar->widgetForAction(action)->setObjectName(Text(row.key));
-        connect(action, &QAction::triggered, this,
-                [this, &row] { Run(row.click, row.index, TipWithoutKey(row.tip)); });
+        connect(action, &QAction::triggered, this, [this, &row] { Run(row.click, row.index); });
         mActions[std::string(row.key)] = action;
     }
 }
 
-void frmMain::Run(ClickHandler click, int index, std::string_view caption) {
-    if (click != nullptr)
-        Guarded("Error#", [&] { click(*this, index); });
-    else
-        ComesLater(caption);
-}
-
-void frmMain::ComesLater(std::string_view caption) {
-    mPrompts.MsgBox("This command comes with a later version.", MsgBoxStyle::kInformation,
-                    WithoutAccessKey(caption));
+void frmMain::Run(ClickHandler click, int index) {
+    Guarded("Error#", [&] { click(*this, index); });
 }
 
 QAction& frmMain::Action(std::string_view name) const {

@@ -33,7 +33,7 @@ frmLogin::frmLogin(QWidget* owner, SettingsStore& settings, Prompts& prompts)
     setWindowTitle("MOVA Admin Login");
     txtUserName = TextBox(this, "txtUserName", "User Name", kColumns);
     txtPassword = TextBox(this, "txtPassword", "Password", kColumns, Echo::Masked);
-    auto* const version = new QLabel(Shown("Version\r\n" + Admin::LongVersionText()), this);
+    auto* const version = new QLabel(Shown("Version\n" + Admin::LongVersionText()), this);
     version->setObjectName("lblVersion");
     QPushButton* const ok = Button(this, "cmdOK", "OK");
     ok->setDefault(true);

@@ -157,6 +157,7 @@ QWidget* frmOptions::TimesTab() {
     auto* const page = new QWidget(SSTab1);
     QGroupBox* const frame = Frame(page, "Frame2", " Time Frame Import ");
     txtOld = TextBox(frame, "txtOld", "Number of units of the time frame", kDigits);
+    txtOld->setMaximumWidth(txtOld->minimumWidth());
     cmbOld = Combo(frame, "cmbOld", "Unit of the time frame", kUnits);
     auto* const grid = new QGridLayout(frame);
     grid->addWidget(LabelFor(txtOld, "Import only data files that have been changed more than"), 0, 0, 1, 4);

@@ -139,6 +139,8 @@ QWidget* frmHelp::BuildContents() {
     tvContents->setObjectName("tvContents");
     tvContents->setAccessibleName("Contents");
     tvContents->setHeaderHidden(true);
+    // Narrower than the style's: the titles of the third level show whole.
+    tvContents->setIndentation(fontMetrics().height());
     tvContents->header()->setStretchLastSection(false);
     tvContents->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tvContents->setModel(&mBook->Contents());

@@ -18,6 +18,8 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <cstdlib>
+
 namespace {
 
 using Strings = std::vector<std::string>;
@@ -42,12 +44,11 @@ protected:
     void TurnTo(int tab) const {
         auto& bar = *Tabs().tabBar();
         bar.setFocus();
-        QTest::keyClick(&bar, Qt::Key_Home);
-        for (int i = 0; i < tab; ++i)
-            QTest::keyClick(&bar, Qt::Key_Right);
+        const int from = Tabs().currentIndex();
+        for (int i = 0; i < std::abs(tab - from); ++i)
+            QTest::keyClick(&bar, tab < from ? Qt::Key_Left : Qt::Key_Right);
         ASSERT_EQ(Tabs().currentIndex(), tab);
     }
-    void Close() { window.reset(); }
     QTabWidget& Tabs() const { return *window->findChild<QTabWidget*>("tabInfo"); }
     QTreeWidget& Devices() const { return *window->findChild<QTreeWidget*>("tvDevices"); }
     std::string Box(const std::string& name) const { return BoxOf(*window, name); }
@@ -114,7 +115,8 @@ TEST_F(PropertiesTest, ATabIsReadWhenItIsFirstTurnedToAndNeverAgain) {
     TurnTo(3);
     EXPECT_EQ(queries.size(), 5U) << "passing by a tab turns to it: processor, devices, drives";
     EXPECT_FALSE(gRecordset->IsOpen());
-    RunSQL(*gConnection, "DELETE FROM DrivesData; DELETE FROM Personal; UPDATE Net SET [Logon User Name] = 'bob'");
+    RunSQL(*gConnection,
+           "DELETE FROM DrivesData; DELETE FROM Personal; UPDATE Net SET [Logon User Name] = 'bob'");
     queries.clear();
     TurnTo(0);
     TurnTo(3);
@@ -236,9 +238,8 @@ TEST_F(PropertiesTest, DevicesStandUnderTheirCategoriesWhateverAMachineCallsThem
 }
 
 TEST_F(PropertiesDeathTest, AFailureBehindTheFirstThreeTabsEndsTheProgram) {
-    constexpr const char* kQuoted = "INSERT INTO Net (COMPUTERNAME) VALUES ('O''Neil')";
     Open();
-    RunSQL(*gConnection, kQuoted);
+    RunSQL(*gConnection, "INSERT INTO Net (COMPUTERNAME) VALUES ('O''Neil')");
     Show("O'Neil");
     TurnTo(2);
     EXPECT_EQ(Box("txtPers(0)"), "n/a") << "the first three stay empty without a word";

@@ -143,7 +143,8 @@ public:
         ErrorOfLibrary error;
         Source source(zip_source_file_create(path.c_str(), 0, -1, &error.Get()));
         mArchive = Open(std::move(source), ZIP_RDONLY, path, error.Get());
-        for (const std::string& name : DirectoryListing(mFolder).Names())
+        const DirectoryListing listing(mFolder);
+        for (const std::string& name : listing.Names())
             mPresent.emplace(LowerCase(name), name);
     }
 

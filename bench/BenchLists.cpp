@@ -14,6 +14,7 @@
 #include "import/Schema.h"
 #include "platform/application.h"
 #include "platform/desktop.h"
+#include "platform/echo.h"
 #include "platform/files.h"
 #include "platform/report/SystemPrinting.h"
 #include "platform/text.h"
@@ -323,6 +324,7 @@ private:
 class NoDesktop final : public Desktop {
 public:
     bool Open(const std::string& /*address*/) override { return false; }
+    bool OpenFile(const std::string& /*path*/) override { return false; }
 };
 
 } // namespace
@@ -339,7 +341,8 @@ int main(int argc, char** argv) {
         const SystemClock clock;
         NoDesktop desktop;
         report::SystemPrinting printing(prompts);
-        frmMain form(settings, prompts, clock, desktop, printing, place.Folder("program"));
+        SystemEchoProbes probes;
+        frmMain form(settings, prompts, clock, desktop, printing, probes, place.Folder("program"));
         form.Load();
         form.show();
         QApplication::processEvents();

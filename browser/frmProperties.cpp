@@ -19,6 +19,7 @@
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -72,6 +73,9 @@ frmProperties::frmProperties(QWidget* parent, Prompts& prompts) : QDialog(parent
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(tabInfo);
     layout->addLayout(buttons);
+    // Where the tabs do not fit, the bar has arrows for the mouse; the keys turn the tabs themselves.
+    for (QToolButton* const arrow : tabInfo->tabBar()->findChildren<QToolButton*>())
+        arrow->setFocusPolicy(Qt::NoFocus);
     connect(tabInfo, &QTabWidget::currentChanged, this, &frmProperties::tabInfo_Click);
     connect(cmdOK, &QPushButton::clicked, this, &frmProperties::accept);
     FitToTabs();

@@ -21,7 +21,7 @@ namespace {
 using testing::HasSubstr;
 
 TEST_F(ViewerTest, ReadsBetweenEventsAndShowsTheFirstPageEarly) {
-    ViewSquared(300);
+    ViewSquared(700);
     EXPECT_TRUE(viewer->IsBusy()) << "more than a slice's work";
     EXPECT_THAT(Status(), testing::MatchesRegex("(Reading|Laying out).*(rows|pages)"));
     EXPECT_TRUE(Find<QProgressBar>("pgbWork")->isVisibleTo(viewer.get()));

@@ -120,6 +120,8 @@ bool BaselineRewrite::BackupORGFiles(const std::string& folder, std::string& cho
                                                         "Please enter backup filename", "zip"));
     if (chosenName.empty())
         return false;
+    if (std::error_code ignored; std::filesystem::equivalent(chosenName, gDatabasePath, ignored))
+        Raise(Errors::kPermissionDenied, chosenName);
     // The old archive goes when the new one takes its place.
     if (FileExists(chosenName) && !Asks(mPrompts, "Replace?", "Replace this backup file?",
                                         MsgBoxStyle::kCritical + MsgBoxStyle::kDefaultButton2))

@@ -12,12 +12,14 @@
 #include "platform/prompts.h"
 
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -47,6 +49,18 @@ private:
     bool mIsWritable;
     Descriptor mFile;
 };
+
+/// Whether the pages of the open database hold together: opening it has read few of them.
+bool IsWhole() {
+    std::string verdict;
+    const auto keep = [](void* text, int, char** values, char**) {
+        if (values[0] != nullptr)
+            *static_cast<std::string*>(text) = values[0];
+        return 0;
+    };
+    sqlite3_exec(gConnection->Handle(), "PRAGMA quick_check(1)", keep, &verdict, nullptr);
+    return verdict == "ok";
+}
 
 /// The name of the database in its archive. A restore looks for the extension.
 std::string EntryName(const std::string& database) {
@@ -183,7 +197,12 @@ void DatabaseBackup::RestoreFrom(const std::string& archive, const std::string& 
     // Stays where the archive held more.
     rmdir(folder.c_str());
     mForm.StatusText("Restore done successfully");
-    if (!mForm.ConnectSinDatabase(gDatabasePath)) {
+    bool isGood = mForm.ConnectSinDatabase(gDatabasePath);
+    if (isGood && replaced && !IsWhole()) {
+        mForm.CloseSinDatabase(false);
+        isGood = false;
+    }
+    if (!isGood) {
         mForm.StatusText("Incompatible database");
         mForm.DisableDatabaseCommands();
         return;
@@ -216,6 +235,10 @@ std::unique_ptr<KeptDatabase> DatabaseBackup::PutInPlace(const std::string& unpa
         }
     }
     auto replaced = std::make_unique<KeptDatabase>(target);
+    // Another program that has it open would go on writing to a file without a name.
+    std::optional<SoleHold> hold;
+    if (FileExists(gDatabasePath))
+        hold.emplace(gDatabasePath);
     replaced->GiveWayTo(target);
     return replaced;
 }

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <unordered_map>
 #include <utility>
@@ -81,8 +82,12 @@ std::vector<PackedFile> FilesOf(const std::string& source, const std::string& en
     const DirectoryListing listing(folder, name.substr(1));
     // Each spelling of a name is a file that would be missed.
     for (const std::string& each : listing.Names())
-        for (const std::string& spelling : listing.Spellings(each))
-            files.push_back({JoinPath(folder, spelling), spelling});
+        for (const std::string& spelling : listing.Spellings(each)) {
+            std::string path = JoinPath(folder, spelling);
+            // Clients write here: a link of theirs may lead to any file of the administrator's.
+            if (std::error_code ignored; !std::filesystem::is_symlink(path, ignored))
+                files.push_back({std::move(path), spelling});
+        }
     return files;
 }
 

@@ -25,9 +25,9 @@ bool ElidedLabel::event(QEvent* event) {
     return true;
 }
 
-void ElidedLabel::paintEvent(QPaintEvent* event) {
-    QFrame::paintEvent(event);
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    drawFrame(&painter);
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter),
                           palette(), isEnabled(), Elided(), foregroundRole());
 }

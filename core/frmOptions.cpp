@@ -205,17 +205,20 @@ void frmOptions::ViewAgreement() {
 }
 
 void frmOptions::OK() {
+    // A unit that the settings never knew is nothing to choose from; it stays until one is chosen.
+    const auto unit =
+        cmbOld->currentIndex() >= 0 ? static_cast<std::int16_t>(cmbOld->currentData().toInt()) : gImportTime;
+    LimitCount(unit);
+    const std::string count = TextOf(*txtOld);
+    // A number that does not fit leaves everything as it was.
+    const std::int16_t units = CInt(Val(count));
     gImportDir = TextOf(*txtPath[0]);
     if (const std::size_t separator = LastPositionOf(gImportDir, kSeparator); separator > 0)
         WriteCollectorIni(Before(gImportDir, separator));
     gDatabasePath = TextOf(*txtPath[1]);
     gBackupDir = TextOf(*txtPath[2]);
-    // A unit that the settings never knew is nothing to choose from; it stays until one is chosen.
-    if (cmbOld->currentIndex() >= 0)
-        gImportTime = static_cast<std::int16_t>(cmbOld->currentData().toInt());
-    LimitCount();
-    const std::string count = TextOf(*txtOld);
-    gImportTimeNum = CInt(Val(count));
+    gImportTime = unit;
+    gImportTimeNum = units;
     ConsoleSettings::Save(mSettings, "Database", gDatabasePath);
     ConsoleSettings::Save(mSettings, "ImportDir", gImportDir);
     ConsoleSettings::Save(mSettings, "BackupDir", gBackupDir);
@@ -228,9 +231,9 @@ void frmOptions::OK() {
     accept();
 }
 
-void frmOptions::LimitCount() {
+void frmOptions::LimitCount(std::int16_t timeUnit) {
     constexpr std::array<int, 3> kHighest = {59, 59, 23}; // seconds, minutes, hours
-    const auto unit = static_cast<std::size_t>(gImportTime);
+    const auto unit = static_cast<std::size_t>(timeUnit);
     if (unit < kHighest.size() && Val(TextOf(*txtOld)) > kHighest.at(unit))
         txtOld->setText(QString::number(kHighest.at(unit)));
 }

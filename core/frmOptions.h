@@ -51,7 +51,7 @@ private:
     void ChooseFolder(const std::string& folder);
     void ViewAgreement();
     void OK();
-    void LimitCount();
+    void LimitCount(std::int16_t timeUnit);
 
     void OldPasswordTyped();
     void ChooseDefault();

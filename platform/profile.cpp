@@ -8,6 +8,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -50,6 +51,9 @@ std::optional<std::string_view> SectionName(std::string_view text) {
 } // namespace
 
 Profile Profile::Load(const std::string& path) {
+    // The file stands where clients write: a link of theirs may lead to any file of the administrator's.
+    if (std::error_code ignored; std::filesystem::is_symlink(path, ignored))
+        return {};
     try {
         if (ReadableLength(path) > kLargest)
             Raise(Errors::kOutOfMemory, path);
@@ -62,7 +66,7 @@ Profile Profile::Load(const std::string& path) {
 }
 
 void Profile::Save(const std::string& path) const {
-    ReplacedFile file(path);
+    ReplacedFile file(path, ReplacedFile::Rights::Usual, ReplacedFile::Links::Replace);
     file.Write(mBytes);
     file.Commit();
 }

@@ -26,7 +26,7 @@ struct CommandRow {
     /// The menu that holds it; empty for the menu bar itself and for pop-up menus.
     std::string_view parent;
     std::string_view icon;
-    /// Null for a command of a later version.
+    /// Null for menus and separators.
     ClickHandler click;
 };
 

@@ -194,6 +194,25 @@ TEST_F(BaselineTest, NothingIsWrittenThroughALink) {
     EXPECT_EQ(folder.ReadFile("secret"), "of the administrator");
 }
 
+TEST_F(BaselineTest, TheOpenDatabaseIsNoPlaceForTheBackup) {
+    ExpectBackup(gDatabasePath);
+    prompts.Expect(Box("mnuCommit : Error#70", "Permission denied: " + gDatabasePath, 16));
+    baseline.mnuCommit();
+    EXPECT_GT(Machines(), 0);
+    EXPECT_EQ(folder.ReadFile("INF/PC1.ORG"), "original 1");
+}
+
+TEST_F(BaselineTest, TheBackupHoldsNothingThatALinkLeadsTo) {
+    folder.WriteFile("secret", "of the administrator");
+    std::filesystem::create_symlink(folder.Path("secret"), folder.Path("INF/PC9.ORG"));
+    const std::string archive = folder.Path("links.zip");
+    ExpectBackup(archive);
+    ExpectGoOn(MsgBoxAnswer::No);
+    baseline.mnuCommit();
+    EXPECT_NE(folder.ReadFile("links.zip").find("PC1.ORG"), std::string::npos);
+    EXPECT_EQ(folder.ReadFile("links.zip").find("PC9.ORG"), std::string::npos);
+}
+
 TEST_F(BaselineTest, AFailureOfTheDatabaseEndsIt) {
     gConnection->Close();
     ExpectNoBackup(MsgBoxAnswer::Yes);

@@ -197,6 +197,19 @@ TEST_F(HostileArchiveTest, ADatabaseThatDoesNotOpenGivesThePlaceBack) {
     }
 }
 
+TEST_F(HostileArchiveTest, ADatabaseThatOpensThoughItIsDamagedGivesThePlaceBack) {
+    constexpr std::size_t kPage = 4096;
+    std::string damaged = database;
+    damaged.replace(damaged.size() - kPage, kPage, kPage, 'x');
+    Choose(RawZip({{.name = "Site.mdb", .bytes = damaged}}));
+    ExpectOverwrite();
+    command.mnuRestore();
+    EXPECT_TRUE(Told().ends_with("Incompatible database\ndisable\n"));
+    EXPECT_FALSE(gConnection && gConnection->IsOpen());
+    EXPECT_FALSE(IsRestored());
+    EXPECT_EQ(Files(), "Site.mdb hostile.zbk program ");
+}
+
 TEST_F(HostileArchiveTest, WithoutADatabaseOpenTheNameComesFromTheArchive) {
     Choose(RawZip({{.name = "readme.txt", .bytes = "hello"}}));
     gConnection->Close();

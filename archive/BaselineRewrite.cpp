@@ -6,16 +6,11 @@
 #include "core/FileModule.h"
 #include "core/Globals.h"
 #include "core/LongCommand.h"
-#include "platform/Descriptor.h"
-#include "platform/ReplacedFile.h"
+#include "platform/InventoryFiles.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/prompts.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <filesystem>
 
 namespace {
@@ -29,21 +24,10 @@ bool Asks(Prompts& prompts, const char* title, const char* text, int style) {
 
 /// Copies a file of the inventory folder over another one of it.
 void CopyOver(const std::string& source, const std::string& target) {
-    // Not to wait for a writer, should it be a pipe.
-    Descriptor from(source, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
-    struct stat status {};
-    if (fstat(from.Number(), &status) != 0)
-        RaiseSystem(errno, source);
-    if (!S_ISREG(status.st_mode))
-        Raise(Errors::kPathAccess, source);
     // No import would read it.
-    if (static_cast<std::uint64_t>(status.st_size) > kLargestFile)
+    if (FileLength(source) > kLargestFile)
         Raise(Errors::kOutOfMemory, source);
-    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
-    bytes.resize(from.Read(bytes.data(), bytes.size()));
-    ReplacedFile to(target, ReplacedFile::Rights::Usual, ReplacedFile::Links::Replace);
-    to.Write(bytes);
-    to.Commit();
+    CopyInventoryFile(source, target);
 }
 
 /// Deletes `path` unless it is `other`: on a disk without case two spellings are one file.

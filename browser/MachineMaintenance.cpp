@@ -5,6 +5,7 @@
 #include "core/Globals.h"
 #include "core/LongCommand.h"
 #include "core/NodeKeys.h"
+#include "platform/InventoryFiles.h"
 #include "platform/accesssql.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -34,12 +35,6 @@ namespace {
 
 constexpr const char* kMarker = ".pnf";
 constexpr std::array kInventoryFiles = {".ORG", ".INF", ".PNF"};
-
-/// Whether a file in the inventory folder can be named after the machine. Hidden files are none of its own.
-bool IsFileName(std::string_view machine) {
-    return !machine.empty() && machine.front() != '.' &&
-           machine.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos;
-}
 
 void DeleteIfThere(const std::string& path) {
     try {

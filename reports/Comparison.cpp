@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/Comparison.h"
 
-#include "platform/Descriptor.h"
-#include "platform/ReplacedFile.h"
+#include "platform/InventoryFiles.h"
 #include "platform/files.h"
-
-#include <fcntl.h>
 
 #include <array>
 #include <cstdint>
@@ -53,28 +50,9 @@ bool Differ(const ADODB::Value& original, const ADODB::Value& current) {
     return !ADODB::IsNull(original) && !ADODB::IsNull(current) && original != current;
 }
 
-bool IsFileName(std::string_view name) {
-    return name.find_first_not_of('.') != std::string_view::npos &&
-           name.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos;
-}
-
 bool IsLink(const std::string& path) {
     std::error_code ignored;
     return std::filesystem::is_symlink(path, ignored);
-}
-
-/// Clients can write into the folder, so no link of theirs is followed: it would let them read or overwrite
-/// the administrator's files.
-void CopyWithoutLinks(const std::string& source, const std::string& target) {
-    constexpr std::size_t kBlock = std::size_t{1} << 16U;
-    Descriptor from(source, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
-    if (IsLink(target))
-        DeleteFile(target);
-    ReplacedFile to(target);
-    std::string block(kBlock, '\0');
-    while (const std::size_t count = from.Read(block.data(), block.size()))
-        to.Write(std::string_view(block).substr(0, count));
-    to.Commit();
 }
 
 void MakeOriginal(const std::string& machine, const std::string& folder, const DirectoryListing& files) {
@@ -90,7 +68,7 @@ void MakeOriginal(const std::string& machine, const std::string& folder, const D
     if (originals.empty())
         originals.push_back(machine + ".org");
     for (const std::string& original : originals)
-        CopyWithoutLinks(current, JoinPath(folder, original));
+        CopyInventoryFile(current, JoinPath(folder, original));
 }
 
 } // namespace

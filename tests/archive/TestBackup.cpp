@@ -23,6 +23,36 @@ constexpr const char* kRestoreBegins = "Enter a backup filename name ...\n\nclea
 constexpr const char* kBackupFailed =
     "Backup failed. Please check the MOVA database and make sure nobody has got the file open at this time.";
 
+/// Another program that has a database open while this lives.
+class OtherProgram {
+public:
+    explicit OtherProgram(const std::string& path) {
+        EXPECT_EQ(pipe(mReady), 0);
+        mProcess = fork();
+        if (mProcess == 0) {
+            sqlite3* database = nullptr;
+            sqlite3_open(path.c_str(), &database);
+            sqlite3_exec(database, "SELECT * FROM Net", nullptr, nullptr, nullptr);
+            static_cast<void>(write(mReady[1], "x", 1));
+            pause();
+        }
+        char byte = 0;
+        EXPECT_EQ(read(mReady[0], &byte, 1), 1);
+    }
+    ~OtherProgram() {
+        kill(mProcess, SIGKILL);
+        waitpid(mProcess, nullptr, 0);
+        close(mReady[0]);
+        close(mReady[1]);
+    }
+    OtherProgram(const OtherProgram&) = delete;
+    OtherProgram& operator=(const OtherProgram&) = delete;
+
+private:
+    int mReady[2] = {};
+    pid_t mProcess = 0;
+};
+
 class BackupTest : public ArchiveTest {
 protected:
     void Backup(const std::string& archive) {
@@ -148,24 +178,9 @@ TEST_F(BackupTest, AFailureKeepsTheOldArchiveAndOpensTheDatabaseAgain) {
 
     // Another program has the database open; it may change it at any time.
     gConnection->Close();
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        sqlite3* database = nullptr;
-        sqlite3_open(gDatabasePath.c_str(), &database);
-        sqlite3_exec(database, "SELECT * FROM Net", nullptr, nullptr, nullptr);
-        static_cast<void>(write(ready[1], "x", 1));
-        pause();
-    }
-    char byte = 0;
-    ASSERT_EQ(read(ready[0], &byte, 1), 1);
+    const OtherProgram other(gDatabasePath);
     Open(gDatabasePath);
     fail("Error #70", "Permission denied: " + gDatabasePath);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    close(ready[0]);
-    close(ready[1]);
 }
 
 TEST_F(BackupTest, ADatabaseThatIsGoneIsNotOpenedAgain) {
@@ -213,6 +228,20 @@ TEST_F(BackupTest, ARestoreTakesThePlaceOfTheOpenDatabase) {
     EXPECT_NE(Contents(gDatabasePath).find("RESTORED1"), std::string::npos);
     EXPECT_EQ(Files(), "Site.mdb other.zbk program ");
     EXPECT_EQ(Files("program"), "");
+}
+
+TEST_F(BackupTest, ARestoreLeavesTheDatabaseThatAnotherProgramWritesTo) {
+    const std::string archive = MakeArchive("other.zbk");
+    Open(MakeDatabase("Site.mdb", {"PC1"}));
+    const std::string before = Contents(gDatabasePath);
+    gConnection->Close();
+    const OtherProgram other(gDatabasePath);
+    Open(gDatabasePath);
+    ExpectArchive(archive);
+    ExpectOverwrite(MsgBoxAnswer::Yes);
+    command.mnuRestore();
+    EXPECT_TRUE(Told().ends_with(std::string("Restore done successfully\n") + kOpens));
+    EXPECT_EQ(Contents(gDatabasePath), before) << "its work would be lost with the file";
 }
 
 TEST_F(BackupTest, NoOldLogGetsIntoTheRestoredDatabase) {

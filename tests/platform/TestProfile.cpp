@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <random>
 
 namespace {
@@ -134,6 +135,17 @@ TEST(ProfileFile, IsReplacedWholeAndKeepsItsRights) {
     struct stat status {};
     stat(path.c_str(), &status);
     EXPECT_EQ(status.st_mode & 0777U, 0664U);
+}
+
+TEST(ProfileFile, ALinkIsNeitherReadNorWrittenThrough) {
+    const TemporaryFolder folder;
+    folder.WriteFile("secret", "[STARTUP]\r\nDELAYTIMER=60\r\n");
+    const std::string path = folder.Path("MOVANTA.INI");
+    std::filesystem::create_symlink(folder.Path("secret"), path);
+    EXPECT_EQ(Profile::Load(path).Bytes(), "") << "what it leads to is not copied into the shared folder";
+    Profile().Save(path);
+    EXPECT_FALSE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(folder.ReadFile("secret"), "[STARTUP]\r\nDELAYTIMER=60\r\n");
 }
 
 TEST(ProfileFile, WhatIsNoProfileIsNotTakenForAnEmptyOne) {

@@ -52,11 +52,12 @@ bool ValueBox::event(QEvent* event) {
     return QLineEdit::event(event);
 }
 
-void AddValue(QGridLayout& grid, int row, const QString& caption, const QString& name, ValueBox& box) {
+QLabel* AddValue(QGridLayout& grid, int row, const QString& caption, const QString& name, ValueBox& box) {
     auto* const label = new QLabel(caption, box.parentWidget());
     label->setTextFormat(Qt::PlainText);
     box.setObjectName(name);
     box.setAccessibleName(caption);
     grid.addWidget(label, row, 0);
     grid.addWidget(&box, row, 1);
+    return label;
 }

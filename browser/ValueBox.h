@@ -6,6 +6,7 @@
 #include <QLineEdit>
 
 class QGridLayout;
+class QLabel;
 
 class ValueBox final : public QLineEdit {
 public:
@@ -20,5 +21,6 @@ protected:
     bool event(QEvent* event) override;
 };
 
-/// Adds `box`, under the object name `name`, to the row of `grid`, behind a label that names it.
-void AddValue(QGridLayout& grid, int row, const QString& caption, const QString& name, ValueBox& box);
+/// Adds `box`, under the object name `name`, to the row of `grid`, behind a label that names it. Returns the
+/// label.
+QLabel* AddValue(QGridLayout& grid, int row, const QString& caption, const QString& name, ValueBox& box);

@@ -23,8 +23,7 @@ enum class Rule : std::uint8_t {
     YesNo,
     YesNoNotAvailable,
     /// As a flag that is empty for Null where the column is one, else as text or as kilobytes: databases of
-    /// older versions have
-    /// other types.
+    /// older versions have other types.
     FlagOrText,
     FlagOrKilobytes,
     /// "Yes" for Null alone: whether the value is missing, not whether the flag is set.

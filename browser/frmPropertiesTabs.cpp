@@ -116,6 +116,7 @@ void frmProperties::FillDeviceTree() {
         for (; !devices->EndOfFile(); devices->MoveNext()) {
             const ADODB::FieldList& device = devices->Fields();
             const std::string id(device.Item(kDeviceID).Text());
+            // A category that is Null is one without a name, too.
             if (const std::string_view name = device.Item(kCategory).Text(); name != category) {
                 category = name;
                 categories += NewNode(id, name.empty() ? "n/a" : name, Image::OS);

@@ -10,6 +10,7 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -61,7 +62,8 @@ frmSystemProp::frmSystemProp(QWidget* parent, const Clock& clock) : QDialog(pare
     grid->setColumnStretch(1, 1);
     for (const auto& line : lines)
         AddValue(*grid, grid->rowCount(), line.caption, QString("lblInfo(%1)").arg(line.index),
-                 *new ValueBox(QString::fromStdString(line.value), frame));
+                 *new ValueBox(QString::fromStdString(line.value), frame))
+            ->setObjectName(QString("Label1(%1)").arg(line.index));
     auto* const buttons = new QDialogButtonBox(this);
     auto* const btnClose = buttons->addButton("Cancel", QDialogButtonBox::RejectRole);
     btnClose->setObjectName("btnClose");

@@ -195,7 +195,11 @@ void frmOptions::ViewAgreement() {
         return BTNInfoClick(kAgreementButton);
     }
     try {
-        if (!mDesktop.OpenFile(Admin::GetShortPath(path)))
+        const std::string shortPath = Admin::GetShortPath(path);
+        // What is left of a longer path names another file, or none.
+        if (shortPath != path)
+            throw RunTimeError(Errors::kPathNotFound, "The path is longer than 164 characters");
+        if (!mDesktop.OpenFile(shortPath))
             throw RunTimeError(Errors::kFileNotFound, "No program was found that opens " + path);
     } catch (const RunTimeError& failure) {
         mPrompts.MsgBox("MOVA Error loading file.\r\n\r\n" + failure.description, MsgBoxStyle::kCritical,

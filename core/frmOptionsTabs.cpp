@@ -58,6 +58,16 @@ QGroupBox* Frame(QWidget* page, const char* name, const char* caption) {
     return frame;
 }
 
+/// A font is measured in points or in pixels; the other measure is -1.
+QFont Small(QFont font) {
+    constexpr double kPart = 0.85;
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * kPart);
+    else
+        font.setPixelSize(static_cast<int>(font.pixelSize() * kPart));
+    return font;
+}
+
 std::string Indexed(const char* name, std::size_t index) {
     return std::string(name) + "(" + std::to_string(index) + ")";
 }
@@ -141,9 +151,7 @@ QWidget* frmOptions::GeneralTab() {
     txtAGREEPATH = TextBox(frame, "txtAGREEPATH", kAgreement, kPathColumns);
     txtAGREEPATH->setToolTip("Double-click, or press Ctrl+Enter, to view the document");
     QLabel* const hint = LabelFor(txtAGREEPATH, "Double-Click the above line to view the document");
-    QFont small = hint->font();
-    small.setPointSizeF(small.pointSizeF() * 0.85);
-    hint->setFont(small);
+    hint->setFont(Small(hint->font()));
     grid->addWidget(LabelFor(txtAGREEPATH, kAgreement), row++, 0, 1, 3);
     grid->addWidget(txtAGREEPATH, row, 0, 1, 2);
     grid->addWidget(BrowseButton(frame, 3, "Choose the agreement file"), row++, 2);

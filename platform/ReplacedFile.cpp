@@ -39,8 +39,8 @@ int MakeTemporary(const std::string& target, std::string& temporary) {
     return file;
 }
 
-/// The rights that the file will have. The mask of the process can only be read by setting it.
-mode_t ModeFor(const std::string& target, ReplacedFile::Rights rights) {
+/// What the file will take from its target. The mask of the process can only be read by setting it.
+ReplacedFile::Access AccessFor(const std::string& target, ReplacedFile::Rights rights) {
     struct stat status {};
     // Of links only those are left that are to be replaced themselves, or that lead nowhere.
     const bool isThere = lstat(target.c_str(), &status) == 0 && !S_ISLNK(status.st_mode);
@@ -49,12 +49,12 @@ mode_t ModeFor(const std::string& target, ReplacedFile::Rights rights) {
     if (isThere && access(target.c_str(), W_OK) != 0)
         RaiseSystem(errno, target);
     if (rights == ReplacedFile::Rights::OwnerOnly)
-        return S_IRUSR | S_IWUSR;
+        return {S_IRUSR | S_IWUSR, std::nullopt};
     if (isThere)
-        return status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+        return {status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO), status.st_gid};
     const mode_t mask = umask(0);
     umask(mask);
-    return (S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH) & ~mask;
+    return {(S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH) & ~mask, std::nullopt};
 }
 
 } // namespace
@@ -62,7 +62,7 @@ mode_t ModeFor(const std::string& target, ReplacedFile::Rights rights) {
 ReplacedFile::ReplacedFile(const std::string& path, Rights rights, Links links)
     : mTarget(links == Links::Follow ? Resolved(path) : path),
       mTemporary(Template(mTarget)),
-      mMode(ModeFor(mTarget, rights)),
+      mAccess(AccessFor(mTarget, rights)),
       mFile(MakeTemporary(mTarget, mTemporary), mTarget) {}
 
 ReplacedFile::~ReplacedFile() {
@@ -83,7 +83,11 @@ void ReplacedFile::Flush() {
 
 void ReplacedFile::Commit() {
     Flush();
-    if (fchmod(mFile.Number(), mMode) != 0 || fsync(mFile.Number()) != 0)
+    mode_t mode = mAccess.mode;
+    // Those of another group, which not everybody can give a file to, were others to the target.
+    if (mAccess.group && fchown(mFile.Number(), static_cast<uid_t>(-1), *mAccess.group) != 0)
+        mode = (mode & ~mode_t{S_IRWXG}) | ((mode & S_IRWXO) << 3U);
+    if (fchmod(mFile.Number(), mode) != 0 || fsync(mFile.Number()) != 0)
         RaiseSystem(errno, mTarget);
     mFile.Close();
     if (rename(mTemporary.c_str(), mTarget.c_str()) != 0)

@@ -6,13 +6,16 @@
 
 #include "platform/Descriptor.h"
 
+#include <sys/types.h>
+
+#include <optional>
 #include <string>
 #include <string_view>
 
 class ReplacedFile {
 public:
     enum class Rights {
-        /// Those of the target where there is one, else those of any new file of the user.
+        /// Those of the target where there is one, its group too, else those of any new file of the user.
         Usual,
         /// Reading and writing by the owner alone: for what holds the whole database.
         OwnerOnly,
@@ -23,6 +26,12 @@ public:
         Follow,
         /// The link itself is replaced: for folders that others write to, whose links may lead anywhere.
         Replace,
+    };
+
+    struct Access {
+        mode_t mode;
+        /// That of the target; without one the folder or the user decides.
+        std::optional<gid_t> group;
     };
 
     /// Raises error 75 for a target that is no file, 70 for one that may not be written, 76 where its folder
@@ -50,7 +59,7 @@ private:
 
     std::string mTarget;
     std::string mTemporary;
-    mode_t mMode;
+    Access mAccess;
     Descriptor mFile;
     std::string mBuffer;
 };

@@ -51,7 +51,8 @@ public:
 
     /// The print dialog, with `printerName` chosen; false on cancel. `pages` is what the report has.
     virtual bool AskForJob(QWidget* owner, const std::string& printerName, int pages, PrintJob& job) = 0;
-    /// The printer's own set-up dialog; its answers hold for the jobs of this program.
+    /// The printer's own set-up dialog; its answers hold for the jobs of this program, but
+    /// for paper and orientation, which each job takes from its report.
     virtual bool SetUp(QWidget* owner) = 0;
     /// Runs a job: `paint` draws page `number` from 0 with a painter scaled to points. `progress` is asked
     /// before each page; false ends the job. Raises errors of the printer or file.

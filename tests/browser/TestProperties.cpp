@@ -252,6 +252,10 @@ TEST_F(PropertiesDeathTest, AFailureBehindTheFirstThreeTabsEndsTheProgram) {
     gLastImportDate = "N/A";
     Click("MAIN");
     EXPECT_EXIT(form->mnuProperties(), testing::ExitedWithCode(1), "Run-time error '13'");
+    gImportDir = "Inf";
+    EXPECT_EXIT(Action("mnuViewOptions").trigger(), testing::ExitedWithCode(1), "Run-time error '5'")
+        << "the inventory folder has no folder above it";
+    gImportDir.clear();
 }
 
 TEST_F(PropertiesTest, TheNodeDecidesWhosePropertiesAreShown) {

@@ -210,11 +210,16 @@ TEST_F(OptionsTest, TheTimeFrameIsATimeOfDayInAllUnitsButDays) {
         EXPECT_EQ(Stored("ImportTimeNum"), c.stored) << c.unit << " " << c.typed << " " << c.why;
         EXPECT_EQ(std::to_string(gImportTimeNum), c.stored) << c.unit << " " << c.typed;
     }
+    const std::string profile = folder.ReadFile("MOVANTA.INI");
     Open();
+    Type(*options, "txtPath(2)", "/elsewhere");
+    Combo("CMBSound").setCurrentText("Yes");
     Type(*options, "txtOld", "99999");
     prompts.Expect(::Box("Error#6", "Overflow", 16));
     Press(*options, "cmdOK");
     EXPECT_EQ(options->result(), QDialog::Rejected) << "so many days are told of, and can be corrected";
+    EXPECT_EQ(folder.ReadFile("MOVANTA.INI") + gBackupDir + Stored("BackupDir"), profile)
+        << "till then everything is as it was";
 }
 
 TEST_F(OptionsTest, ADoubleClickViewsTheAgreementOrAsksForIt) {
@@ -230,6 +235,13 @@ TEST_F(OptionsTest, ADoubleClickViewsTheAgreementOrAsksForIt) {
     EXPECT_TRUE(desktop.opened.empty());
     doubleClick();
     EXPECT_EQ(desktop.opened, std::vector{document});
+
+    const std::string deep = folder.WriteFile(std::string(100, 'a') + "/" + std::string(100, 'b'), "");
+    Type(*options, "txtAGREEPATH", deep);
+    prompts.Expect(
+        ::Box("Error#76", "MOVA Error loading file.\r\n\r\nThe path is longer than 164 characters", 16));
+    prompts.Expect(OpenFile("Please select the Agreement file "), document);
+    doubleClick();
 
     desktop.hasPrograms = false;
     prompts.Expect(

@@ -77,6 +77,18 @@ TEST(ReplacedFile, HasTheRightsThatItsUseAsksFor) {
     umask(mask);
 }
 
+TEST(ReplacedFile, StaysWithTheGroupOfItsTarget) {
+    constexpr gid_t kGroup = 4711;
+    const TemporaryFolder folder;
+    const std::string path = folder.WriteFile("file", "old");
+    if (chown(path.c_str(), static_cast<uid_t>(-1), kGroup) != 0)
+        GTEST_SKIP() << "only the superuser can give a file to any group";
+    ReplacedFile(path).Commit();
+    struct stat status {};
+    stat(path.c_str(), &status);
+    EXPECT_EQ(status.st_gid, kGroup);
+}
+
 TEST(ReplacedFile, FollowsALinkAndLeavesItALink) {
     const TemporaryFolder folder;
     folder.WriteFile("share/real", "old");

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "archive/BaselineRewrite.h"
 
-#include "archive/ArchiveWork.h"
 #include "archive/VBZip.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
-#include "core/LongCommand.h"
+#include "core/LongWork.h"
+#include "core/MainForm.h"
 #include "platform/InventoryFiles.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -55,8 +55,8 @@ void BaselineRewrite::Commit() {
         return;
     mForm.StatusText("Removing Entries...");
     {
-        LongCommand work(mForm);
-        gConnection->EmptyTable("Net", [&work] { work.Step(); });
+        LongWork work(mForm);
+        gConnection->EmptyTable("Net", [&work] { work.Look(); });
     }
     mForm.StatusText("Fixing...");
     RewriteFiles(folder);
@@ -119,7 +119,7 @@ bool BaselineRewrite::BackupORGFiles(const std::string& folder, std::string& cho
 }
 
 void BaselineRewrite::RewriteFiles(const std::string& folder) {
-    ArchiveWork work(mForm);
+    ShownWork work(mForm);
     const DirectoryListing files(folder);
     const std::vector<std::string> names = files.WithExtension(kCurrent);
     double done = 0;
@@ -134,6 +134,6 @@ void BaselineRewrite::RewriteFiles(const std::string& folder) {
         } catch (const std::exception&) {
             // A machine whose files can't be read or written keeps its old original configuration.
         }
-        work.Step(++done / static_cast<double>(names.size()));
+        work.Look(++done, static_cast<double>(names.size()));
     }
 }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "archive/DatabaseBackup.h"
 
-#include "archive/ArchiveWork.h"
 #include "archive/KeptDatabase.h"
 #include "core/DatabaseSession.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
+#include "core/MainForm.h"
 #include "platform/Descriptor.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -15,7 +16,6 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -223,7 +223,7 @@ std::unique_ptr<KeptDatabase> DatabaseBackup::PutInPlace(const std::string& unpa
         return nullptr;
     ReplacedFile target(gDatabasePath, ReplacedFile::Rights::OwnerOnly);
     {
-        ArchiveWork work(mForm);
+        ShownWork work(mForm);
         const auto length = static_cast<double>(FileLength(unpacked));
         Descriptor from(unpacked, O_RDONLY | O_NOFOLLOW);
         std::string block(std::size_t{1} << 20U, '\0');
@@ -231,7 +231,7 @@ std::unique_ptr<KeptDatabase> DatabaseBackup::PutInPlace(const std::string& unpa
         while (const std::size_t count = from.Read(block.data(), block.size())) {
             target.Write(std::string_view(block).substr(0, count));
             done += static_cast<double>(count);
-            work.Step(std::min(1.0, done / length));
+            work.Look(done, length);
         }
     }
     auto replaced = std::make_unique<KeptDatabase>(target);

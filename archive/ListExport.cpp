@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "archive/ListExport.h"
 
-#include "core/LongCommand.h"
+#include "core/LongWork.h"
+#include "core/MainForm.h"
 #include "platform/prompts.h"
 
 #include <numeric>
@@ -40,7 +41,7 @@ void ListExport::Export() {
 }
 
 void ListExport::Write(ExportFile& file, const std::vector<std::string>& captions) {
-    LongCommand work(mContext.form);
+    LongWork work(mContext.form);
     std::string line;
     for (const std::string& caption : captions)
         AppendField(line, caption);

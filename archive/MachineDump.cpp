@@ -2,7 +2,8 @@
 #include "archive/MachineDump.h"
 
 #include "core/Globals.h"
-#include "core/LongCommand.h"
+#include "core/LongWork.h"
+#include "core/MainForm.h"
 #include "core/NodeKeys.h"
 #include "platform/accesssql.h"
 #include "platform/errors.h"
@@ -159,7 +160,7 @@ void MachineDump::WriteSection(const Variant& variant, const Section& section, c
 }
 
 void MachineDump::DumpSectionCsv(const std::string& statement, ExportFile& file) {
-    LongCommand work(mContext.form);
+    LongWork work(mContext.form);
     const ADODB::FieldList& fields = OpenSection(statement);
     std::string line;
     for (std::size_t i = 0; i < fields.Count(); ++i)
@@ -184,7 +185,7 @@ void MachineDump::DumpSectionCsv(const std::string& statement, ExportFile& file)
 }
 
 void MachineDump::DumpSectionText(const std::string& statement, ExportFile& file) {
-    LongCommand work(mContext.form);
+    LongWork work(mContext.form);
     const ADODB::FieldList& fields = OpenSection(statement);
     struct Width {
         std::size_t name;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "archive/VBZip.h"
 
-#include "archive/ArchiveWork.h"
 #include "archive/ZipFileSink.h"
+#include "core/LongWork.h"
 #include "platform/Descriptor.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -13,7 +13,6 @@
 #include <sys/statvfs.h>
 #include <zip.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <memory>
@@ -118,7 +117,7 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
     const std::vector<PackedFile> files = FilesOf(source, entryName);
     if (files.empty())
         Raise(Errors::kFileNotFound, source);
-    ArchiveWork work(window.form);
+    ShownWork work(window.form);
     ReplacedFile target(path, ReplacedFile::Rights::OwnerOnly);
     ZipFileSink sink(target);
     ErrorOfLibrary error;
@@ -128,7 +127,7 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
     constexpr double kPrecision = 0.0001;
     zip_register_progress_callback_with_state(
         archive.get(), kPrecision,
-        [](zip_t* /*archive*/, double done, void* state) { static_cast<ArchiveWork*>(state)->Step(done); },
+        [](zip_t* /*archive*/, double done, void* state) { static_cast<ShownWork*>(state)->Look(done, 1); },
         nullptr, &work);
     if (zip_close(archive.get()) != 0)
         RaiseZip(*zip_get_error(archive.get()), path);
@@ -255,7 +254,7 @@ private:
                 throw RunTimeError(Errors::kPathAccess, "The entry is longer than it says: " + name);
             to.Write({mBlock.data(), static_cast<std::size_t>(count)});
             mUnpacked += static_cast<double>(count);
-            mWork.Step(std::min(1.0, mUnpacked / mExpected));
+            mWork.Look(mUnpacked, mExpected);
         }
         if (done != size)
             throw RunTimeError(Errors::kPathAccess, "The entry is shorter than it says: " + name);
@@ -265,7 +264,7 @@ private:
 
     const VBZip::Window& mWindow;
     std::string mFolder;
-    ArchiveWork mWork;
+    ShownWork mWork;
     Archive mArchive;
     std::string mBlock = std::string(kBlock, '\0');
     /// What the folder holds, by names in lower case.

@@ -3,7 +3,8 @@
 
 #include "core/FileModule.h"
 #include "core/Globals.h"
-#include "core/LongCommand.h"
+#include "core/LongWork.h"
+#include "core/MainForm.h"
 #include "core/NodeKeys.h"
 #include "platform/InventoryFiles.h"
 #include "platform/accesssql.h"
@@ -66,10 +67,10 @@ public:
     }
 
     /// Deletes all files with this extension that can be deleted.
-    void DeleteAll(const std::string& extension, LongCommand& work) const {
+    void DeleteAll(const std::string& extension, LongWork& work) const {
         for (const std::string& name : mListing.WithExtension(extension))
             for (const std::string& spelling : mListing.Spellings(name)) {
-                work.Step();
+                work.Look();
                 try {
                     DeleteFile(JoinPath(mFolder, spelling));
                 } catch (const RunTimeError&) {
@@ -125,7 +126,7 @@ void MachineMaintenance::Delete() {
     if (!NodeKeys::IsAllMachines(machine)) {
         if (!IsConfirmed(kOne, machine))
             return;
-        const LongCommand work(mForm);
+        const LongWork work(mForm);
         DeleteMachine(machine);
     } else if (mForm.CheckIfSelected()) {
         if (!IsConfirmed(kSelected))
@@ -159,7 +160,7 @@ void MachineMaintenance::RemoveCompletely() {
     if (!NodeKeys::IsAllMachines(machine)) {
         if (!IsConfirmed(kOne, machine))
             return;
-        const LongCommand work(mForm);
+        const LongWork work(mForm);
         files.emplace();
         remove(machine);
     } else if (mForm.CheckIfSelected()) {
@@ -171,7 +172,7 @@ void MachineMaintenance::RemoveCompletely() {
         if (!IsConfirmed(kAll))
             return;
         EmptyDatabase();
-        LongCommand work(mForm);
+        LongWork work(mForm);
         files.emplace();
         for (const char* extension : kInventoryFiles)
             files->DeleteAll(extension, work);
@@ -220,20 +221,20 @@ void MachineMaintenance::Mark(const MarkTexts& texts) {
 }
 
 void MachineMaintenance::MarkAll(const std::function<void(const std::string&)>& mark) {
-    LongCommand work(mForm);
+    LongWork work(mForm);
     gRecordset = std::make_shared<ADODB::Recordset>();
     gRecordset->Open("SELECT * FROM Net", gConnection, ADODB::Cursor::Keyset, ADODB::Lock::ReadOnly);
     const ADODB::Field& name = gRecordset->Fields().Item(std::size_t{0});
     for (; !gRecordset->EndOfFile(); gRecordset->MoveNext()) {
         mark(std::string(name.Text()));
-        work.Step();
+        work.Look();
     }
     gRecordset->Close();
 }
 
 void MachineMaintenance::EmptyDatabase() {
-    LongCommand work(mForm);
-    gConnection->EmptyTable("Net", [&work] { work.Step(); });
+    LongWork work(mForm);
+    gConnection->EmptyTable("Net", [&work] { work.Look(); });
 }
 
 bool MachineMaintenance::IsConfirmed(const Message& question, const std::string& machine) {
@@ -247,14 +248,14 @@ void MachineMaintenance::Tell(const Message& message, const std::string& machine
 }
 
 void MachineMaintenance::ForSelected(const std::function<void(const std::string&)>& act) {
-    LongCommand work(mForm);
+    LongWork work(mForm);
     std::string last;
     for (const std::size_t row : mForm.SelectedListItems()) {
         const std::string machine = mForm.ListItemText(row);
         if (machine != last)
             act(machine);
         last = machine;
-        work.Step();
+        work.Look();
     }
 }
 

@@ -5,11 +5,11 @@
 #include "browser/DrillDown.h"
 #include "browser/ListText.h"
 #include "browser/ListView.h"
-#include "browser/LongWork.h"
 #include "browser/TreeModel.h"
 #include "browser/frmMain.h"
 #include "browser/frmProperties.h"
 #include "browser/frmSystemProp.h"
+#include "core/LongWork.h"
 #include "core/NodeKeys.h"
 #include "platform/application.h"
 #include "platform/errors.h"
@@ -19,6 +19,17 @@
 #include <QTreeView>
 
 #include <numeric>
+
+namespace {
+
+/// Lets the bar tell of a sort or a filter.
+Progress BarOf(ShownWork& work) {
+    return [&work](std::size_t done, std::size_t all) {
+        work.Look(static_cast<double>(done), static_cast<double>(all));
+    };
+}
+
+} // namespace
 
 std::string frmMain::SelectedNodeKey() const {
     const QModelIndex node = SelectedNode();
@@ -84,14 +95,14 @@ void frmMain::lvListView_DblClick() {
 void frmMain::lvListView_ColumnClick(int column) {
     Guarded("Error#", [&] {
         ShownWork work(*this);
-        lvListView->SortBy(column, [&](std::size_t done, std::size_t all) { work.Look(done, all); });
+        lvListView->SortBy(column, BarOf(work));
     });
 }
 
 void frmMain::lvListView_FilterTyped(const QString& text) {
     Guarded("Error#", [&] {
         ShownWork work(*this);
-        lvListView->Filter(text, [&](std::size_t done, std::size_t all) { work.Look(done, all); });
+        lvListView->Filter(text, BarOf(work));
     });
 }
 
@@ -113,7 +124,7 @@ void frmMain::mnuCopy() {
     std::size_t done = 0;
     for (const std::size_t row : rows) {
         text += RowLine(items, row);
-        work.Step(++done, rows.size());
+        work.Step(static_cast<double>(++done), static_cast<double>(rows.size()));
     }
     clipboard.setText(text);
 }

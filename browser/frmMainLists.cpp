@@ -3,9 +3,9 @@
 #include "browser/CategoryLists.h"
 #include "browser/ListFiller.h"
 #include "browser/ListView.h"
-#include "browser/LongWork.h"
 #include "browser/frmMain.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 
 #include <algorithm>
 #include <array>
@@ -17,10 +17,9 @@ template <class Definition>
 void Fill(MainForm& form, ListView& list, const Definition& definition, const std::string& machine,
           std::int16_t confID) {
     ShownWork work(form);
-    const auto all = static_cast<std::size_t>(gMachineCount);
     const ListFill fill(list);
     ListFiller(list, gConnection, gRecordset, [&](std::int32_t machines) {
-        work.Step(static_cast<std::size_t>(machines), all);
+        work.Step(machines, gMachineCount);
     }).Fill(definition, machine, confID);
 }
 

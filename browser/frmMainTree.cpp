@@ -3,12 +3,12 @@
 // all machines.
 #include "browser/Categories.h"
 #include "browser/ListView.h"
-#include "browser/LongWork.h"
 #include "browser/MachineAge.h"
 #include "browser/TreeModel.h"
 #include "browser/frmMain.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -92,7 +92,7 @@ void frmMain::BuildTree() {
 }
 
 void frmMain::ReadMachines() {
-    LongWork work;
+    LongWork work(*this);
     const AgeScale ages(mClock.Now());
     std::vector<Machine> machines;
     machines.reserve(static_cast<std::size_t>(gMachineCount));
@@ -181,7 +181,7 @@ void frmMain::ListUsers(ListView& list) {
     const int count = gRecordset->RecordCount();
     ProgressMaximum(count);
     {
-        LongWork work;
+        LongWork work(*this);
         const ListFill fill(list);
         const ADODB::FieldList& fields = gRecordset->Fields();
         const ADODB::Field& logonDate = fields.Item("Logon Date");

@@ -7,7 +7,18 @@
 
 class Pace {
 public:
-    /// Whether a twentieth of a second has passed since this was last true; the first time it is.
+    enum class Start {
+        /// The first time is due.
+        Due,
+        /// The first time is a twentieth of a second from now: what is over before needs no progress.
+        Waiting,
+    };
+    explicit Pace(Start start = Start::Due) {
+        if (start == Start::Waiting)
+            mSinceLast.start();
+    }
+
+    /// Whether a twentieth of a second has passed since this was last true.
     bool IsDue() {
         constexpr qint64 kInterval = 50; // milliseconds
         if (mSinceLast.isValid() && mSinceLast.elapsed() < kInterval)

@@ -131,8 +131,12 @@ void HelpBook::EndSearch() {
 void HelpBook::TellHits() {
     const QHelpSearchEngine& search = *mEngine->searchEngine();
     QList<HelpHit> hits;
-    for (const QHelpSearchResult& result : search.searchResults(0, search.searchResultCount()))
-        hits.append({result.title(), result.url(),
-                     QTextDocumentFragment::fromHtml(result.snippet()).toPlainText().simplified()});
+    for (const QHelpSearchResult& result : search.searchResults(0, search.searchResultCount())) {
+        QString snippet = QTextDocumentFragment::fromHtml(result.snippet()).toPlainText().simplified();
+        // A page begins with its title, which stands over the snippet already.
+        if (snippet.startsWith(result.title()))
+            snippet = snippet.mid(result.title().size()).trimmed();
+        hits.append({result.title(), result.url(), snippet});
+    }
     emit Found(hits);
 }

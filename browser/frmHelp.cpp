@@ -79,6 +79,7 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     AddKey("Shift+F3", &frmHelp::FindPrevious);
     AddKey("F6", &frmHelp::ChangePane);
     AddKey("Ctrl+W", &frmHelp::Unload);
+    AddKey("Escape", &frmHelp::Leave);
     connect(mBook.get(), &HelpBook::Found, this, &frmHelp::ShowHits);
     connect(txtPage, &QTextBrowser::sourceChanged, this, &frmHelp::MarkInContents);
 
@@ -341,6 +342,13 @@ void frmHelp::ShowHit(int row) {
         txtPage->Find(words.section(QLatin1Char(' '), 0, 0), false);
 }
 
+void frmHelp::Leave() {
+    if (mFindLine->isVisible())
+        CloseFind();
+    else
+        Unload();
+}
+
 void frmHelp::OpenFind() {
     mFindLine->show();
     lblFind->clear();
@@ -380,9 +388,7 @@ bool frmHelp::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return false;
     const int key = static_cast<QKeyEvent*>(event)->key();
-    if (watched == txtFind && key == Qt::Key_Escape)
-        CloseFind();
-    else if (watched == txtIndex && key == Qt::Key_Down)
+    if (watched == txtIndex && key == Qt::Key_Down)
         lstIndex->setFocus();
     else if (watched == txtSearch && key == Qt::Key_Down && lstHits->count() > 0)
         lstHits->setFocus();

@@ -58,6 +58,8 @@ private:
     void ShowHit(int row);
     void OpenFind();
     void CloseFind();
+    /// Closes the find line, or the window where there is none.
+    void Leave();
     void FindNext();
     void FindPrevious();
     void FindInPage(bool isBackward);

@@ -10,6 +10,7 @@
 #include "core/Globals.h"
 #include "core/HelpKey.h"
 #include "core/LongWork.h"
+#include "core/MenuKey.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -180,6 +181,7 @@ void frmMain::BuildShortcuts() {
     add("Ctrl+F", [this] { lvListView->OpenFilter(); });
     add("Alt+Shift+Left", [this] { MoveSplit(-1); });
     add("Alt+Shift+Right", [this] { MoveSplit(1); });
+    OpenMenuByKey(*this);
 }
 
 void frmMain::BuildStatusBar() {

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
+#include <QTabWidget>
 
 namespace Controls {
 
@@ -42,6 +44,21 @@ QLabel* WrappedLabelFor(QWidget* buddy, const char* caption, int columns) {
     label->setMinimumWidth(label->fontMetrics().averageCharWidth() * columns);
     label->setMinimumHeight(label->heightForWidth(label->minimumWidth()));
     return label;
+}
+
+void TurnTabsByKeys(QTabWidget& tabs) {
+    const auto turn = [&tabs](const char* keys, int step) {
+        auto* const shortcut = new QShortcut(QKeySequence(keys), &tabs);
+        QObject::connect(shortcut, &QShortcut::activated, &tabs, [&tabs, step] {
+            int next = tabs.currentIndex();
+            do
+                next = (next + step + tabs.count()) % tabs.count();
+            while (!tabs.isTabEnabled(next));
+            tabs.setCurrentIndex(next);
+        });
+    };
+    turn("Ctrl+Tab", 1);
+    turn("Ctrl+Shift+Backtab", -1);
 }
 
 std::string TextOf(const QLineEdit& box) {

@@ -11,6 +11,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QString;
+class QTabWidget;
 class QWidget;
 
 namespace Controls {
@@ -25,6 +26,10 @@ QLineEdit* TextBox(QWidget* parent, const char* name, const char* accessibleName
 QLabel* LabelFor(QWidget* buddy, const char* caption);
 /// As LabelFor, broken into lines of about `columns` letters, with room for them all.
 QLabel* WrappedLabelFor(QWidget* buddy, const char* caption, int columns);
+
+/// Lets Ctrl+Tab and Ctrl+Shift+Tab turn the tabs from anywhere in their dialog. The control itself learns of
+/// these keys only where the focus lets them pass, which lists of choices do not.
+void TurnTabsByKeys(QTabWidget& tabs);
 
 std::string TextOf(const QLineEdit& box);
 QString Shown(const std::string& text);

@@ -83,6 +83,7 @@ frmOptions::frmOptions(MainForm& form, SettingsStore& settings, Prompts& prompts
     setWindowTitle("Options");
     BuildControls();
     Load();
+    txtPath[0]->setFocus();
     FormRegistry::Instance().Load("frmOptions", this, [this] { close(); });
 }
 

@@ -81,6 +81,7 @@ void frmOptions::BuildControls() {
     SSTab1->addTab(GeneralTab(), "General");
     SSTab1->addTab(TimesTab(), "Import Times");
     SSTab1->addTab(PasswordTab(), "Password");
+    Controls::TurnTabsByKeys(*SSTab1);
     cmdOK = Button(this, "cmdOK", "OK");
     cmdOK->setDefault(true);
     cmdCancel = Button(this, "cmdCancel", "Cancel");

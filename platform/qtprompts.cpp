@@ -124,11 +124,17 @@ QString Breakable(const std::string& text) {
     return result;
 }
 
-QWidget* QtPrompts::Parent() const {
+QWidget* QtPrompts::Parent() {
+    if (mOwner == nullptr)
+        return nullptr;
     QWidget* const active = QApplication::activeWindow();
     const bool isLasting =
         qobject_cast<QMainWindow*>(active) != nullptr || qobject_cast<QDialog*>(active) != nullptr;
-    return mOwner != nullptr && isLasting ? active : mOwner.data();
+    if (isLasting)
+        mLast = active;
+    else if (active != nullptr || mLast == nullptr || !mLast->isVisible())
+        mLast = mOwner;
+    return mLast;
 }
 
 MsgBoxAnswer QtPrompts::MsgBox(const std::string& text, int style, const std::string& title) {
@@ -171,7 +177,7 @@ std::string QtPrompts::InputBox(const std::string& prompt, const std::string& ti
     return box.exec() == QDialog::Accepted ? box.textValue().toStdString() : std::string();
 }
 
-void QtPrompts::Prepare(QFileDialog& window, const FileDialog& dialog) const {
+void QtPrompts::Prepare(QFileDialog& window, const FileDialog& dialog) {
     window.setWindowTitle(TitleText(dialog.title));
     // Any name will do, and whether one is replaced is asked by who called.
     window.setFileMode(QFileDialog::AnyFile);

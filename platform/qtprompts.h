@@ -30,10 +30,12 @@ public:
     void Beep() override;
 
 private:
-    QWidget* Parent() const;
-    void Prepare(QFileDialog& window, const FileDialog& dialog) const;
+    QWidget* Parent();
+    static void Prepare(QFileDialog& window, const FileDialog& dialog);
 
     QPointer<QWidget> mOwner;
+    /// For the moment after a dialog, when no window has the keyboard yet.
+    QPointer<QWidget> mLast;
 };
 
 /// The toolkit's name filters for "name|pattern|name|pattern": patterns match in lower and in upper case,

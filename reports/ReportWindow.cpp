@@ -3,6 +3,7 @@
 
 #include "core/FormRegistry.h"
 #include "core/HelpKey.h"
+#include "core/MenuKey.h"
 #include "core/frmCompiling.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
@@ -40,6 +41,7 @@ ReportWindow::ReportWindow(ReportContext context, const char* name, const char* 
     mViewer->setObjectName(viewerName);
     setCentralWidget(mViewer);
     BuildMenu(menu);
+    OpenMenuByKey(*this);
     resize((kFirstSize * fontMetrics().height()).boundedTo(screen()->availableSize()));
     FormRegistry::Instance().Load(name, this, [this] { Unload(); });
 }

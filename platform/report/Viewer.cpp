@@ -79,6 +79,7 @@ Viewer::Implementation::Implementation(Viewer& owner, Prompts& questions, Printi
 void Viewer::Implementation::Take(std::shared_ptr<Report> source) {
     const std::shared_ptr<Report> before = std::exchange(report, std::move(source));
     EndWork();
+    exportedTo.clear();
     isStopped = false;
     hasFailed = false;
     if (report) {
@@ -193,6 +194,7 @@ void Viewer::Implementation::Refresh() {
     if (!report || isHeld)
         return;
     report->Refresh();
+    exportedTo.clear();
     isStopped = false;
     hasFailed = false;
     isBusy = true;

@@ -163,24 +163,32 @@ void Viewer::Implementation::Export() {
         return;
     if (!chosen->format && !CompleteFirst())
         return;
+    if (!WriteExport(chosen->format, path) || alive.isNull() || report != kept)
+        return;
+    exportedTo = QString::fromStdString(path);
+    UpdateStatus();
+}
+
+bool Viewer::Implementation::WriteExport(const std::optional<ExportFormat>& form, const std::string& path) {
+    const QPointer<Viewer> alive(&viewer);
+    const std::shared_ptr<Report> kept = report;
     const Hold hold(viewer, isHeld);
     ProgressWindow window(&viewer, QStringLiteral("Exporting\u2026"));
     const auto step = [&](double share, const QString& text) {
         return window.Step(share, text) && !alive.isNull() && report == kept;
     };
-    if (chosen->format) {
-        report::Export(*kept, *chosen->format, path, [&](double share) { return step(share, {}); });
-        return;
-    }
+    if (form)
+        return report::Export(*kept, *form, path, [&](double share) { return step(share, {}); });
     const auto count = static_cast<int>(std::min<std::size_t>(layout->PageCount(), 1'000'000'000));
-    WritePDF(path, {format, Title(), 0, count,
-                    [this](int number, QPainter& painter) {
-                        PaintPage(layout->BuildPage(static_cast<std::size_t>(number)), painter, measure);
-                    },
-                    [&](int number) {
-                        return step(static_cast<double>(number) / count,
-                                    QStringLiteral("Exporting\u2026 ") + PageOf(number + 1, count));
-                    }});
+    return WritePDF(path, {format, Title(), 0, count,
+                           [this](int number, QPainter& painter) {
+                               PaintPage(layout->BuildPage(static_cast<std::size_t>(number)), painter,
+                                         measure);
+                           },
+                           [&](int number) {
+                               return step(static_cast<double>(number) / count,
+                                           QStringLiteral("Exporting\u2026 ") + PageOf(number + 1, count));
+                           }});
 }
 
 void Viewer::Implementation::SetUpPage() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/prompts.h"
+#include "platform/report/Exports.h"
 #include "platform/report/FindBar.h"
 #include "platform/report/Finder.h"
 #include "platform/report/FontMeasure.h"
@@ -72,6 +73,8 @@ struct Viewer::Implementation {
     void Guarded(const std::function<void()>& command);
     void Print();
     void Export();
+    /// Without a format pages are painted into a PDF file. False where the user has cancelled it.
+    bool WriteExport(const std::optional<ExportFormat>& form, const std::string& path);
     void SetUpPage();
     void Copy();
     void GoToTypedPage();
@@ -107,6 +110,8 @@ struct Viewer::Implementation {
     /// The user has stopped the work; what is laid out when the grace is over is all there is.
     bool isStopped = false;
     QElapsedTimer sinceStop;
+    /// The file that the report as it stands was exported to last, for the status line.
+    QString exportedTo;
     QTimer timer;
     QElapsedTimer sinceTree;
     bool wantsTree = true;

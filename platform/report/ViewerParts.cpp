@@ -242,6 +242,8 @@ void Viewer::Implementation::ArrangeParts() {
     status = new QLabel(&viewer);
     status->setObjectName(QStringLiteral("lblStatus"));
     status->setTextFormat(Qt::PlainText);
+    // A long path is cut rather than widening the window.
+    status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     progress = new QProgressBar(&viewer);
     progress->setObjectName(QStringLiteral("pgbWork"));
     progress->setAccessibleName(QStringLiteral("The report is being read"));
@@ -341,6 +343,8 @@ void Viewer::Implementation::UpdateStatus() {
             text = QStringLiteral("The report could not be read to its end: ") + text;
         else if (isStopped)
             text = QStringLiteral("Stopped: %1, %2").arg(Counted(report->RowsRead(), "row", "rows"), text);
+        if (!exportedTo.isEmpty())
+            text += QStringLiteral(", exported to ") + exportedTo;
     }
     if (text != status->text())
         status->setText(text);

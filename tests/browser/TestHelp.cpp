@@ -124,6 +124,8 @@ TEST_F(HelpTest, FindGoesRoundThePage) {
     Press(Qt::Key_Escape);
     EXPECT_FALSE(In<QWidget>("findLine").isVisible());
     EXPECT_TRUE(Page().hasFocus());
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(FormRegistry::Instance().Find("frmHelp"), nullptr) << "with nothing else to close, the window";
 }
 
 TEST_F(HelpTest, TextGrowsAndComesBackAndF6ChangesThePane) {

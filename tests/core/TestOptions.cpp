@@ -295,6 +295,24 @@ TEST_F(OptionsTest, APasswordIsChangedByTheRulesOfTheList) {
     EXPECT_FALSE(IsEnabled(*options, "btnChange"));
 }
 
+TEST_F(OptionsTest, KeysTurnTheTabsFromAnyBox) {
+    gImportDir.clear();
+    Show(Open());
+    auto& tabs = Find<QTabWidget>(*options, "SSTab1");
+    std::string turned;
+    const auto turn = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        turned += std::to_string(tabs.currentIndex());
+    };
+    EXPECT_EQ(QApplication::focusWidget(), &Box(*options, "txtPath(0)"));
+    turn(Qt::Key_Tab, Qt::ControlModifier);
+    Combo("cmbOld").setFocus();
+    turn(Qt::Key_Tab, Qt::ControlModifier);
+    turn(Qt::Key_Tab, Qt::ControlModifier);
+    turn(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(turned, "2303") << "General can not be chosen, nor stop them";
+}
+
 TEST_F(OptionsTest, EnterChangesAPasswordThatIsBeingTypedAndElseMeansOK) {
     Show(Open());
     auto& tabs = Find<QTabWidget>(*options, "SSTab1");

@@ -8,6 +8,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -93,6 +94,33 @@ TEST(MsgBox, ShowsTheArrowInTheMiddleOfLongWork) {
     QtPrompts().MsgBox("text", 0, "title");
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor) << "the work goes on";
     QApplication::restoreOverrideCursor();
+}
+
+TEST(MsgBox, StandsOnTheWindowThatWasWorkedInLast) {
+    QMainWindow owner;
+    QMainWindow report;
+    owner.show();
+    report.show();
+    QtPrompts prompts;
+    prompts.Owner(&owner);
+    const auto parent = [&] {
+        QWidget* found = nullptr;
+        WhenOpen<QMessageBox>([&](QMessageBox& box) {
+            found = box.parentWidget();
+            box.close();
+        });
+        prompts.MsgBox("text", 0, "title");
+        return found;
+    };
+    report.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&report));
+    EXPECT_EQ(parent(), &report);
+    // Between two boxes the keyboard is nobody's for a moment.
+    QApplication::setActiveWindow(nullptr);
+    EXPECT_EQ(parent(), &report);
+    QApplication::setActiveWindow(nullptr);
+    report.hide();
+    EXPECT_EQ(parent(), &owner);
 }
 
 TEST(InputBox, GivesTheTextOrNothing) {

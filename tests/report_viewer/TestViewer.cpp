@@ -281,6 +281,7 @@ TEST_F(ViewerTest, ExportsByTheExtension) {
     prompts.Expect(SaveFile("Export"), folder.Path("report.CSV"));
     viewer->ExportReport();
     EXPECT_THAT(folder.ReadFile("report.CSV"), HasSubstr("Program 000300"));
+    EXPECT_THAT(Status(), testing::EndsWith("exported to " + folder.Path("report.CSV")));
 
     prompts.Expect(SaveFile("Export"), folder.Path("report.docx"));
     prompts.Expect(Question{Question::Kind::Box, "Export", {}, MsgBoxStyle::kExclamation});

@@ -102,7 +102,10 @@ QWidget* frmProperties::BuildTab(std::size_t tab) {
     BuildDeviceTree();
     auto* const halves = new QHBoxLayout;
     halves->addWidget(tvDevices, 1);
-    halves->addWidget(Scrolled(BuildFrames(page, controls)), 1);
+    QWidget* const frames = BuildFrames(page, controls);
+    // The frame begins at the height of the tree.
+    frames->layout()->setContentsMargins(0, 0, 0, 0);
+    halves->addWidget(Scrolled(frames), 1);
     layout->addLayout(halves);
     return content;
 }

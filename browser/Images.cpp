@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/Images.h"
 
+#include "core/Controls.h"
+
 #include <QString>
 
 #include <array>
@@ -10,6 +12,8 @@ static void LoadResources() {
     Q_INIT_RESOURCE(icons);
 }
 
+using Controls::Shown;
+
 namespace {
 
 constexpr std::array<std::string_view, 22> kKeys = {
@@ -17,13 +21,9 @@ constexpr std::array<std::string_view, 22> kKeys = {
     "PC_IO",  "PC_ODBC", "PC_OFFICE", "PC_OS", "PC_PRINTER", "PC_UNINSTALL", "PC_MAIN",   "Pr_No",
     "Pr_Yes", "OS",      "DRIVE",     "ODBC",  "PRINTER",    "UNINSTALL"};
 
-QString Text(std::string_view text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QIcon OwnIcon(std::string_view name) {
     LoadResources();
-    const QString file = QStringLiteral(":/icons/") + Text(name) + QStringLiteral(".svg");
+    const QString file = QStringLiteral(":/icons/") + Shown(name) + QStringLiteral(".svg");
     QIcon icon(file);
     // Else the style blends the picture of a selected row into the row's own colour.
     icon.addFile(file, {}, QIcon::Selected);
@@ -49,7 +49,7 @@ const QIcon& TreeIcon(Image image) {
 }
 
 QIcon CommandIcon(std::string_view name) {
-    return name.empty() ? QIcon() : QIcon::fromTheme(Text(name), OwnIcon(name));
+    return name.empty() ? QIcon() : QIcon::fromTheme(Shown(name), OwnIcon(name));
 }
 
 QIcon ProgramIcon() {

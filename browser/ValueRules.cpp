@@ -4,7 +4,6 @@
 #include "platform/errors.h"
 #include "platform/text.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -57,11 +56,8 @@ bool HasProblem(const ADODB::Field& code) {
 std::string_view ProblemText(const ADODB::Field& code, std::string& buffer) {
     if (!HasProblem(code) || code.Text().empty())
         return YesNo(false);
-    std::string_view text = code.Text();
-    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-    text = text.substr(0, text.find_last_not_of(' ') + 1);
     buffer = "Yes (";
-    buffer += text;
+    buffer += WithoutOuterBlanks(code.Text());
     return buffer += ')';
 }
 

@@ -6,6 +6,7 @@
 #include "core/FormRegistry.h"
 #include "core/HelpKey.h"
 #include "core/SelectAllText.h"
+#include "platform/qtprompts.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -60,6 +61,7 @@ frmHelp::frmHelp(std::unique_ptr<HelpBook> book, Desktop& desktop)
     setWindowTitle("MOVA Professional Administration Module Help");
     setWindowIcon(ProgramIcon());
     HelpTopic(*this, "index.html#using");
+    KeepDialogsOff(*this);
     auto* const panes = new QSplitter(this);
     panes->setChildrenCollapsible(false);
     QWidget* const page = BuildPage(desktop);

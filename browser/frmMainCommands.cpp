@@ -4,6 +4,7 @@
 #include "browser/Images.h"
 #include "browser/frmAbout.h"
 #include "browser/frmMain.h"
+#include "core/Controls.h"
 #include "core/frmOptions.h"
 #include "core/frmUsers.h"
 #include "platform/application.h"
@@ -15,11 +16,9 @@
 #include <QToolBar>
 #include <QToolButton>
 
-namespace {
+using Controls::Shown;
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+namespace {
 
 /// The group of the menu's items of which one is marked; made with the first.
 QActionGroup& RadioGroup(QMenu& menu) {
@@ -49,8 +48,8 @@ void frmMain::AddCommand(const CommandRow& row, std::map<std::string, QMenu*, st
     const bool isMenu = row.kind == CommandKind::Menu || row.kind == CommandKind::PopUp;
     QAction* action = nullptr;
     if (isMenu) {
-        auto* const menu = new QMenu(Text(row.caption), this);
-        menu->setObjectName(Text(name));
+        auto* const menu = new QMenu(Shown(row.caption), this);
+        menu->setObjectName(Shown(name));
         menus[name] = menu;
         action = menu->menuAction();
         if (!row.parent.empty())
@@ -62,13 +61,13 @@ void frmMain::AddCommand(const CommandRow& row, std::map<std::string, QMenu*, st
     } else {
         action = AddItem(row, *menus.find(row.parent)->second);
     }
-    action->setObjectName(Text(name));
+    action->setObjectName(Shown(name));
     mActions[name] = action;
 }
 
 QAction* frmMain::AddItem(const CommandRow& row, QMenu& menu) {
-    QAction* const action = menu.addAction(CommandIcon(row.icon), Text(row.caption));
-    action->setShortcut(QKeySequence(Text(row.shortcut)));
+    QAction* const action = menu.addAction(CommandIcon(row.icon), Shown(row.caption));
+    action->setShortcut(QKeySequence(Shown(row.shortcut)));
     action->setCheckable(row.kind != CommandKind::Item);
     if (row.kind == CommandKind::Radio)
         RadioGroup(menu).addAction(action);
@@ -92,13 +91,13 @@ void frmMain::BuildToolBar() {
             tbToolBar->addSeparator();
             continue;
         }
-        QAction* const action = tbToolBar->addAction(CommandIcon(row.icon), Text(TipWithoutKey(row.tip)));
-        action->setObjectName(Text(row.key));
-        action->setToolTip(Text(row.tip));
+        QAction* const action = tbToolBar->addAction(CommandIcon(row.icon), Shown(TipWithoutKey(row.tip)));
+        action->setObjectName(Shown(row.key));
+        action->setToolTip(Shown(row.tip));
         action->setCheckable(row.group != ButtonGroup::None);
         if (row.group != ButtonGroup::None)
             action->setActionGroup(row.group == ButtonGroup::Views ? views : configurations);
-        tbToolBar->widgetForAction(action)->setObjectName(Text(row.key));
+        tbToolBar->widgetForAction(action)->setObjectName(Shown(row.key));
         connect(action, &QAction::triggered, this, [this, &row] { Run(row.click, row.index); });
         mActions[std::string(row.key)] = action;
     }

@@ -4,6 +4,7 @@
 #include "browser/ListText.h"
 #include "browser/ListView.h"
 #include "browser/ValueBox.h"
+#include "core/Controls.h"
 #include "core/FormRegistry.h"
 #include "core/HelpKey.h"
 
@@ -26,17 +27,15 @@
 #include <algorithm>
 #include <numeric>
 
-namespace {
+using Controls::Shown;
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+namespace {
 
 /// The captions of all frames of a tab are given one width, so that the values stand in line.
 int CaptionWidth(const PropertyPage& page, const QFontMetrics& metrics) {
     int width = 0;
     for (const PropertyBox& box : page.boxes)
-        width = std::max(width, metrics.horizontalAdvance(Text(box.caption)));
+        width = std::max(width, metrics.horizontalAdvance(Shown(box.caption)));
     return width;
 }
 
@@ -130,7 +129,7 @@ QWidget* frmProperties::BuildFrames(const PropertyPage& page, TabControls& contr
         for (std::size_t box = 0; box < frame.boxes; ++box) {
             const std::size_t index = controls.boxes.size();
             auto* const value = new ValueBox(page.withoutValue, group);
-            AddValue(*grid, grid->rowCount(), Text(page.boxes[index].caption),
+            AddValue(*grid, grid->rowCount(), Shown(page.boxes[index].caption),
                      QString("%1(%2)").arg(page.boxName).arg(index), *value);
             controls.boxes.push_back(value);
         }

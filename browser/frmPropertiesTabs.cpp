@@ -5,6 +5,7 @@
 #include "browser/ListView.h"
 #include "browser/ValueBox.h"
 #include "browser/frmProperties.h"
+#include "core/Controls.h"
 #include "core/Globals.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
@@ -14,6 +15,9 @@
 
 #include <memory>
 #include <optional>
+#include <span>
+
+using Controls::Shown;
 
 namespace {
 
@@ -26,19 +30,27 @@ constexpr std::size_t kCategory = 3;
 constexpr std::size_t kProblem = 4;
 constexpr std::size_t kDeviceName = 5;
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 std::shared_ptr<ADODB::Recordset> Open(const ListQuery& query, const std::string& name, std::int16_t confID) {
     gRecordset = std::make_shared<ADODB::Recordset>();
     gRecordset->Open(StatementText(query, name, confID), gConnection);
     return gRecordset;
 }
 
+/// Shows the record's values in the boxes; without a record they stay as they are.
+void ShowRecord(ADODB::Recordset& record, std::span<const PropertyBox> definitions,
+                std::span<ValueBox* const> boxes) {
+    std::string buffer;
+    if (record.EndOfFile())
+        return;
+    for (std::size_t index = 0; index < definitions.size(); ++index) {
+        const PropertyBox& box = definitions[index];
+        boxes[index]->Show(Shown(DisplayText(box.rule, record.Fields().Item(box.position), buffer)));
+    }
+}
+
 QTreeWidgetItem* NewNode(const std::string& key, std::string_view text, Image image) {
     auto* const node = new QTreeWidgetItem;
-    node->setText(0, Text(text));
+    node->setText(0, Shown(text));
     node->setIcon(0, TreeIcon(image));
     node->setData(0, kKeyRole, QString::fromStdString(key));
     return node;
@@ -80,20 +92,15 @@ void frmProperties::FillTab(std::size_t tab) {
         FillList(page, *controls.list);
     else if (!page.queries.empty())
         FillBoxes(page, controls.boxes);
-    else
+    else // No page is without a way to be filled now; one that is added without any says so.
         mPrompts.MsgBox("Tab Not Done yet!", MsgBoxStyle::kOKOnly, "");
 }
 
 void frmProperties::FillBoxes(const PropertyPage& page, const std::vector<ValueBox*>& boxes) {
-    std::string buffer;
     std::size_t first = 0;
     for (const PropertyQuery& query : page.queries) {
         const std::shared_ptr<ADODB::Recordset> record = Open(query.query, mComputerName, mConfID);
-        const bool isThere = !record->EndOfFile();
-        for (std::size_t index = first; isThere && index < first + query.boxes; ++index) {
-            const PropertyBox& box = page.boxes[index];
-            boxes.at(index)->Show(Text(DisplayText(box.rule, record->Fields().Item(box.position), buffer)));
-        }
+        ShowRecord(*record, page.boxes.subspan(first, query.boxes), std::span(boxes).subspan(first));
         record->Close();
         first += query.boxes;
     }
@@ -144,14 +151,7 @@ void frmProperties::tvDevices_NodeClick(const QTreeWidgetItem* node) {
     if (end == std::string::npos)
         return;
     const std::shared_ptr<ADODB::Recordset> device = Open(Properties::kDevice, key.substr(0, end), mConfID);
-    if (!device->EndOfFile()) {
-        const PropertyPage& page = Properties::kPages.at(Properties::kDevicesPage);
-        const std::vector<ValueBox*>& boxes = mControls.at(Properties::kDevicesPage).boxes;
-        std::string buffer;
-        for (std::size_t index = 0; index < boxes.size(); ++index) {
-            const PropertyBox& box = page.boxes[index];
-            boxes.at(index)->Show(Text(DisplayText(box.rule, device->Fields().Item(box.position), buffer)));
-        }
-    }
+    ShowRecord(*device, Properties::kPages.at(Properties::kDevicesPage).boxes,
+               mControls.at(Properties::kDevicesPage).boxes);
     device->Close();
 }

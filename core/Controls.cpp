@@ -65,8 +65,8 @@ std::string TextOf(const QLineEdit& box) {
     return box.text().toStdString();
 }
 
-QString Shown(const std::string& text) {
-    return QString::fromStdString(text);
+QString Shown(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 void Guarded(Prompts& prompts, const std::function<void()>& command) {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 class Prompts;
 class QLabel;
@@ -32,7 +33,7 @@ QLabel* WrappedLabelFor(QWidget* buddy, const char* caption, int columns);
 void TurnTabsByKeys(QTabWidget& tabs);
 
 std::string TextOf(const QLineEdit& box);
-QString Shown(const std::string& text);
+QString Shown(std::string_view text);
 
 /// Runs a command; a failure ends it with a box that tells its number and reason.
 void Guarded(Prompts& prompts, const std::function<void()>& command);

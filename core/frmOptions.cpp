@@ -136,7 +136,7 @@ void frmOptions::WriteCollectorIni(const std::string& folder) {
         set(*CMBSeconds, kDelay);
         set(*CMBInfo, kAskUser);
         set(*CMBSound, kSound);
-        profile.Set(kStartup, kAgreement, txtAGREEPATH->text().trimmed().toStdString());
+        profile.Set(kStartup, kAgreement, std::string(WithoutOuterBlanks(TextOf(*txtAGREEPATH))));
         profile.Save(path);
     } catch (const RunTimeError&) {
         // The console's own settings are to be saved all the same, whoever owns the shared folder.
@@ -144,7 +144,6 @@ void frmOptions::WriteCollectorIni(const std::string& folder) {
 }
 
 void frmOptions::BTNInfoClick(std::size_t index) {
-    constexpr std::size_t kAgreementButton = 3;
     std::string choice;
     if (index == 0)
         choice = FileModule::BrowseForFolder(mPrompts, "Please select INF Directory", TextOf(*txtPath[0]));
@@ -186,7 +185,6 @@ bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmOptions::ViewAgreement() {
-    constexpr std::size_t kAgreementButton = 3;
     const std::string path = TextOf(*txtAGREEPATH);
     if (path.empty())
         return BTNInfoClick(kAgreementButton);
@@ -215,22 +213,22 @@ void frmOptions::OK() {
         cmbOld->currentIndex() >= 0 ? static_cast<std::int16_t>(cmbOld->currentData().toInt()) : gImportTime;
     LimitCount(unit);
     const std::string count = TextOf(*txtOld);
-    // A number that does not fit leaves everything as it was.
+    // A number that does not fit, or a store that cannot be written, leaves everything as it was.
     const std::int16_t units = CInt(Val(count));
-    gImportDir = TextOf(*txtPath[0]);
+    const std::array paths = {TextOf(*txtPath[0]), TextOf(*txtPath[1]), TextOf(*txtPath[2])};
+    ConsoleSettings::Save(mSettings, "Database", paths[1]);
+    ConsoleSettings::Save(mSettings, "ImportDir", paths[0]);
+    ConsoleSettings::Save(mSettings, "BackupDir", paths[2]);
+    ConsoleSettings::Save(mSettings, "ImportTime", std::to_string(unit));
+    // The next start reads a number, and would stop at any other text.
+    ConsoleSettings::Save(mSettings, "ImportTimeNum", NumberOrNothing(count) ? count : std::to_string(units));
+    gImportDir = paths[0];
     if (const std::size_t separator = LastPositionOf(gImportDir, kSeparator); separator > 0)
         WriteCollectorIni(Before(gImportDir, separator));
-    gDatabasePath = TextOf(*txtPath[1]);
-    gBackupDir = TextOf(*txtPath[2]);
+    gDatabasePath = paths[1];
+    gBackupDir = paths[2];
     gImportTime = unit;
     gImportTimeNum = units;
-    ConsoleSettings::Save(mSettings, "Database", gDatabasePath);
-    ConsoleSettings::Save(mSettings, "ImportDir", gImportDir);
-    ConsoleSettings::Save(mSettings, "BackupDir", gBackupDir);
-    ConsoleSettings::Save(mSettings, "ImportTime", std::to_string(gImportTime));
-    // The next start reads a number, and would stop at any other text.
-    ConsoleSettings::Save(mSettings, "ImportTimeNum",
-                          NumberOrNothing(count) ? count : std::to_string(gImportTimeNum));
     if (mDatabasePathEdited)
         mForm.Relink();
     accept();

@@ -36,6 +36,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Of BTNInfo: behind the line of the agreement.
+    static constexpr std::size_t kAgreementButton = 3;
+
     void BuildControls();
     QWidget* PathsTab();
     QWidget* GeneralTab();

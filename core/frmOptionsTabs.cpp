@@ -155,7 +155,7 @@ QWidget* frmOptions::GeneralTab() {
     hint->setFont(Small(hint->font()));
     grid->addWidget(LabelFor(txtAGREEPATH, kAgreement), row++, 0, 1, 3);
     grid->addWidget(txtAGREEPATH, row, 0, 1, 2);
-    grid->addWidget(BrowseButton(frame, 3, "Choose the agreement file"), row++, 2);
+    grid->addWidget(BrowseButton(frame, kAgreementButton, "Choose the agreement file"), row++, 2);
     grid->addWidget(hint, row, 0, 1, 3);
     grid->setColumnStretch(0, 1);
     return page;

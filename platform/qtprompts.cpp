@@ -68,11 +68,33 @@ void WidenForTitle(QMessageBox& box) {
     grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-std::string ChosenPath(QFileDialog& window) {
-    const ArrowPointer pointer;
-    if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
+constexpr const char* kStandsAside = "standsAside";
+
+/// A dialog that may go while it is open, since the window goes that it belongs to.
+template <class Dialog>
+class Asked {
+public:
+    explicit Asked(QWidget* parent) : mDialog(new Dialog(parent)) {}
+    ~Asked() { delete mDialog.data(); }
+    Asked(const Asked&) = delete;
+    Asked& operator=(const Asked&) = delete;
+
+    Dialog* operator->() const { return mDialog; }
+    Dialog& operator*() const { return *mDialog; }
+    /// Shows it until it is answered; false where it is cancelled, or gone.
+    bool Show() {
+        const ArrowPointer pointer;
+        return mDialog->exec() == QDialog::Accepted && !mDialog.isNull();
+    }
+
+private:
+    QPointer<Dialog> mDialog;
+};
+
+std::string ChosenPath(Asked<QFileDialog>& window) {
+    if (!window.Show() || window->selectedFiles().isEmpty())
         return {};
-    return window.selectedFiles().constFirst().toStdString();
+    return window->selectedFiles().constFirst().toStdString();
 }
 
 } // namespace
@@ -124,12 +146,17 @@ QString Breakable(const std::string& text) {
     return result;
 }
 
+void KeepDialogsOff(QWidget& window) {
+    window.setProperty(kStandsAside, true);
+}
+
 QWidget* QtPrompts::Parent() {
     if (mOwner == nullptr)
         return nullptr;
     QWidget* const active = QApplication::activeWindow();
     const bool isLasting =
-        qobject_cast<QMainWindow*>(active) != nullptr || qobject_cast<QDialog*>(active) != nullptr;
+        (qobject_cast<QMainWindow*>(active) != nullptr || qobject_cast<QDialog*>(active) != nullptr) &&
+        !active->property(kStandsAside).toBool();
     if (isLasting)
         mLast = active;
     else if (active != nullptr || mLast == nullptr || !mLast->isVisible())
@@ -138,43 +165,41 @@ QWidget* QtPrompts::Parent() {
 }
 
 MsgBoxAnswer QtPrompts::MsgBox(const std::string& text, int style, const std::string& title) {
-    QMessageBox box(Parent());
-    box.setObjectName(QStringLiteral("MsgBox"));
-    box.setWindowTitle(TitleText(title));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(Breakable(text));
-    box.setIcon(IconOf(style));
-    const ArrowPointer pointer;
+    Asked<QMessageBox> box(Parent());
+    box->setObjectName(QStringLiteral("MsgBox"));
+    box->setWindowTitle(TitleText(title));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(Breakable(text));
+    box->setIcon(IconOf(style));
     if ((style & kButtonsMask) != MsgBoxStyle::kYesNo) {
-        AddButton(box, QMessageBox::Ok, "OK");
-        WidenForTitle(box);
-        box.exec();
+        AddButton(*box, QMessageBox::Ok, "OK");
+        WidenForTitle(*box);
+        box.Show();
         return MsgBoxAnswer::OK;
     }
-    QPushButton* const yes = AddButton(box, QMessageBox::Yes, "&Yes");
-    QPushButton* const no = AddButton(box, QMessageBox::No, "&No");
-    box.setDefaultButton((style & MsgBoxStyle::kDefaultButton2) != 0 ? no : yes);
-    box.setEscapeButton(no);
-    WidenForTitle(box);
-    box.exec();
-    return box.clickedButton() == yes ? MsgBoxAnswer::Yes : MsgBoxAnswer::No;
+    const QPointer<QPushButton> yes = AddButton(*box, QMessageBox::Yes, "&Yes");
+    QPushButton* const no = AddButton(*box, QMessageBox::No, "&No");
+    box->setDefaultButton((style & MsgBoxStyle::kDefaultButton2) != 0 ? no : yes.data());
+    box->setEscapeButton(no);
+    WidenForTitle(*box);
+    box.Show();
+    return !yes.isNull() && box->clickedButton() == yes ? MsgBoxAnswer::Yes : MsgBoxAnswer::No;
 }
 
 std::string QtPrompts::InputBox(const std::string& prompt, const std::string& title,
                                 const std::string& initial) {
-    QInputDialog box(Parent());
-    box.setObjectName(QStringLiteral("InputBox"));
-    box.setWindowTitle(TitleText(title));
-    box.setLabelText(Breakable(prompt));
-    box.setTextValue(QString::fromStdString(initial));
-    box.setOkButtonText(QStringLiteral("OK"));
-    box.setCancelButtonText(QStringLiteral("Cancel"));
-    for (QLabel* const label : box.findChildren<QLabel*>()) {
+    Asked<QInputDialog> box(Parent());
+    box->setObjectName(QStringLiteral("InputBox"));
+    box->setWindowTitle(TitleText(title));
+    box->setLabelText(Breakable(prompt));
+    box->setTextValue(QString::fromStdString(initial));
+    box->setOkButtonText(QStringLiteral("OK"));
+    box->setCancelButtonText(QStringLiteral("Cancel"));
+    for (QLabel* const label : box->findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
-    const ArrowPointer pointer;
-    return box.exec() == QDialog::Accepted ? box.textValue().toStdString() : std::string();
+    return box.Show() ? box->textValue().toStdString() : std::string();
 }
 
 void QtPrompts::Prepare(QFileDialog& window, const FileDialog& dialog) {
@@ -188,30 +213,30 @@ void QtPrompts::Prepare(QFileDialog& window, const FileDialog& dialog) {
 }
 
 std::string QtPrompts::OpenFile(const FileDialog& dialog) {
-    QFileDialog window(Parent());
-    window.setObjectName(QStringLiteral("OpenFile"));
-    window.setAcceptMode(QFileDialog::AcceptOpen);
-    Prepare(window, dialog);
+    Asked<QFileDialog> window(Parent());
+    window->setObjectName(QStringLiteral("OpenFile"));
+    window->setAcceptMode(QFileDialog::AcceptOpen);
+    Prepare(*window, dialog);
     const std::string path = ChosenPath(window);
     return FileExists(path) ? path : WithDefaultExtension(path, dialog.defaultExtension);
 }
 
 std::string QtPrompts::SaveFile(const FileDialog& dialog) {
-    QFileDialog window(Parent());
-    window.setObjectName(QStringLiteral("SaveFile"));
-    window.setAcceptMode(QFileDialog::AcceptSave);
-    Prepare(window, dialog);
+    Asked<QFileDialog> window(Parent());
+    window->setObjectName(QStringLiteral("SaveFile"));
+    window->setAcceptMode(QFileDialog::AcceptSave);
+    Prepare(*window, dialog);
     return WithDefaultExtension(ChosenPath(window), dialog.defaultExtension);
 }
 
 std::string QtPrompts::BrowseForFolder(const std::string& title, const std::string& startFolder) {
-    QFileDialog window(Parent());
-    window.setObjectName(QStringLiteral("BrowseForFolder"));
-    window.setWindowTitle(TitleText(title));
-    window.setFileMode(QFileDialog::Directory);
-    window.setOption(QFileDialog::ShowDirsOnly);
+    Asked<QFileDialog> window(Parent());
+    window->setObjectName(QStringLiteral("BrowseForFolder"));
+    window->setWindowTitle(TitleText(title));
+    window->setFileMode(QFileDialog::Directory);
+    window->setOption(QFileDialog::ShowDirsOnly);
     if (!startFolder.empty())
-        window.setDirectory(QString::fromStdString(startFolder));
+        window->setDirectory(QString::fromStdString(startFolder));
     return ChosenPath(window);
 }
 

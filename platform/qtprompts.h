@@ -38,6 +38,9 @@ private:
     QPointer<QWidget> mLast;
 };
 
+/// Dialogs do not belong to `window`, which stands beside whatever the user works in.
+void KeepDialogsOff(QWidget& window);
+
 /// The toolkit's name filters for "name|pattern|name|pattern": patterns match in lower and in upper case,
 /// "*.*" matches names without an extension too.
 QStringList NameFilters(const std::string& filter);

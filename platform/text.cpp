@@ -374,6 +374,11 @@ bool LessNoCase(std::string_view a, std::string_view b) {
     });
 }
 
+std::string_view WithoutOuterBlanks(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
 std::string WithoutNuls(std::string_view text) {
     std::string result(text);
     std::erase(result, '\0');

@@ -67,6 +67,9 @@ bool EqualNoCase(std::string_view a, std::string_view b);
 /// Orders texts without regard to the case of ASCII letters.
 bool LessNoCase(std::string_view a, std::string_view b);
 
+/// `text` without the blanks before and behind it; other white space stays.
+std::string_view WithoutOuterBlanks(std::string_view text);
+
 /// `text` without any of its NUL characters, as every path from a dialog is stored.
 std::string WithoutNuls(std::string_view text);
 

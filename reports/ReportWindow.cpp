@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/ReportWindow.h"
 
+#include "core/Controls.h"
 #include "core/FormRegistry.h"
 #include "core/HelpKey.h"
 #include "core/MenuKey.h"
@@ -21,15 +22,13 @@
 
 #include <utility>
 
+using Controls::Shown;
+
 namespace {
 
 constexpr const char* kWaitWindow = "frmCompiling";
 /// Of a new window, in heights of a text line: a page's width and most of its height.
 constexpr QSize kFirstSize(60, 54);
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 } // namespace
 
@@ -58,14 +57,14 @@ void ReportWindow::BuildMenu(std::span<const MenuRow> rows) {
         if (row.caption.empty()) {
             action = menu->addSeparator();
         } else if (row.click == nullptr) {
-            menu = menuBar()->addMenu(Text(row.caption));
+            menu = menuBar()->addMenu(Shown(row.caption));
             action = menu->menuAction();
-            menu->setObjectName(Text(row.name));
+            menu->setObjectName(Shown(row.name));
         } else {
-            action = menu->addAction(Text(row.caption));
+            action = menu->addAction(Shown(row.caption));
             connect(action, &QAction::triggered, this, [this, click = row.click] { Run(click); });
         }
-        action->setObjectName(Text(row.name));
+        action->setObjectName(Shown(row.name));
     }
 }
 

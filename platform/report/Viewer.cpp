@@ -79,7 +79,6 @@ Viewer::Implementation::Implementation(Viewer& owner, Prompts& questions, Printi
 void Viewer::Implementation::Take(std::shared_ptr<Report> source) {
     const std::shared_ptr<Report> before = std::exchange(report, std::move(source));
     EndWork();
-    exportedTo.clear();
     isStopped = false;
     hasFailed = false;
     if (report) {
@@ -93,6 +92,7 @@ void Viewer::Implementation::Take(std::shared_ptr<Report> source) {
 }
 
 void Viewer::Implementation::LayOutAnew() {
+    exportedTo.clear();
     finder->Source({});
     groups->Show(nullptr, 0);
     pages->Show(format, {});

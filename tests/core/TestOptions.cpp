@@ -187,6 +187,18 @@ TEST_F(OptionsTest, OKStoresTheSettingsAndRelinksAChangedDatabase) {
     EXPECT_EQ(prompts.FileDialogs().at(0).filter, "MOVA Database (*.mdb)|*.MDB");
 }
 
+TEST_F(OptionsTest, SettingsThatCannotBeWrittenLeaveEverythingAsItWas) {
+    Open();
+    Type(*options, "txtPath(1)", "/other.mdb");
+    Combo("CMBSound").setCurrentText("Yes");
+    folder.WriteFile("settings.ini/in its place", "");
+    prompts.Expect(Question{Question::Kind::Box, "Error#75", {}, 16});
+    Press(*options, "cmdOK");
+    EXPECT_EQ(gDatabasePath + form.told, "") << "the open database is the one that is named";
+    EXPECT_FALSE(folder.Exists("MOVANTA.INI"));
+    EXPECT_EQ(options->result(), QDialog::Rejected);
+}
+
 TEST_F(OptionsTest, TheTimeFrameIsATimeOfDayInAllUnitsButDays) {
     const struct {
         const char* why;

@@ -119,8 +119,19 @@ TEST(MsgBox, StandsOnTheWindowThatWasWorkedInLast) {
     QApplication::setActiveWindow(nullptr);
     EXPECT_EQ(parent(), &report);
     QApplication::setActiveWindow(nullptr);
-    report.hide();
-    EXPECT_EQ(parent(), &owner);
+    KeepDialogsOff(report);
+    report.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&report));
+    EXPECT_EQ(parent(), &owner) << "a window that may be closed beside the box";
+}
+
+TEST(MsgBox, GoesWithItsWindowWithoutAnAnswer) {
+    QPointer<QMainWindow> owner = new QMainWindow;
+    owner->show();
+    QtPrompts prompts;
+    prompts.Owner(owner);
+    QTimer::singleShot(0, owner, [&] { delete owner; });
+    EXPECT_EQ(prompts.MsgBox("Continue?", MsgBoxStyle::kYesNo, "title"), MsgBoxAnswer::No);
 }
 
 TEST(InputBox, GivesTheTextOrNothing) {

@@ -79,8 +79,8 @@ public:
     Asked(const Asked&) = delete;
     Asked& operator=(const Asked&) = delete;
 
-    Dialog* operator->() const { return mDialog; }
-    Dialog& operator*() const { return *mDialog; }
+    Dialog* operator->() const { return mDialog.data(); }
+    Dialog& operator*() const { return *mDialog.data(); }
     /// Shows it until it is answered; false where it is cancelled, or gone.
     bool Show() {
         const ArrowPointer pointer;

@@ -2,7 +2,9 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -43,4 +45,18 @@ std::string TemporaryFolder::ReadFile(std::string_view name) const {
 
 bool TemporaryFolder::Exists(std::string_view name) const {
     return std::filesystem::exists(Path(name));
+}
+
+std::vector<std::string> TemporaryFolder::Names(std::string_view subfolder) const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(Path(subfolder)))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+unsigned TemporaryFolder::Rights(std::string_view name) const {
+    struct stat status {};
+    EXPECT_EQ(stat(Path(name).c_str(), &status), 0) << name;
+    return status.st_mode & 0777U;
 }

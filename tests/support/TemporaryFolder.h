@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 class TemporaryFolder {
 public:
@@ -21,6 +22,10 @@ public:
     /// The bytes of a file; fails the test where there is none.
     std::string ReadFile(std::string_view name) const;
     bool Exists(std::string_view name) const;
+    /// The names in the folder, or in one within it, sorted.
+    std::vector<std::string> Names(std::string_view subfolder = {}) const;
+    /// Who may do what with a file: the last nine bits of its mode.
+    unsigned Rights(std::string_view name) const;
 
 private:
     std::string mPath;

@@ -101,11 +101,7 @@ frmMain::frmMain(SettingsStore& settings, Prompts& prompts, const Clock& clock, 
     new HelpKey([this](const std::string& page) { ShowHelpTopic(page); }, this);
     mFirstSplit = mSplit = FirstSplit();
     mNodeTimer.setSingleShot(true);
-    connect(&mNodeTimer, &QTimer::timeout, this, [this] {
-        // An import that has begun since shows the tree anew when it ends.
-        if (!LongWork::IsRunning() && !mHasHourglass)
-            NodeClick(SelectedNode());
-    });
+    connect(&mNodeTimer, &QTimer::timeout, this, &frmMain::ShowSelectedNode);
     FormRegistry::Instance().Load("frmMain", this, [this] { close(); });
 }
 
@@ -140,8 +136,13 @@ void frmMain::BuildControls() {
     tvTreeView->installEventFilter(this);
     tvTreeView->viewport()->installEventFilter(this);
     // The press that selects a node must be over before its list is filled.
-    connect(tvTreeView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { mNodeTimer.start(0); });
+    connect(tvTreeView->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        // With Ctrl the selected node would lose its mark, though the list remains its own.
+        QItemSelectionModel& selection = *tvTreeView->selectionModel();
+        if (!selection.hasSelection())
+            selection.select(selection.currentIndex(), QItemSelectionModel::Select);
+        mNodeTimer.start(0);
+    });
     connect(tvTreeView, &QTreeView::clicked, this, &frmMain::NodeClick);
     connect(tvTreeView, &QTreeView::activated, this, [this](const QModelIndex& node) {
         tvTreeView->setCurrentIndex(node);
@@ -311,6 +312,12 @@ void frmMain::OnExit(std::function<void()> handler) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    // The work would lose its database on the way. Most window systems hold the request back until it is
+    // over.
+    if (IsBusy()) {
+        event->ignore();
+        return;
+    }
     const bool wasLoaded = mIsLoaded;
     Unload();
     event->accept();

@@ -190,7 +190,8 @@ private:
     void BuildShortcuts();
     void AddCommand(const CommandRow& row, std::map<std::string, QMenu*, std::less<>>& menus);
     QAction* AddItem(const CommandRow& row, QMenu& menu);
-    void Run(ClickHandler click, int index);
+    /// Runs the click of `action`, unless the list of a node just selected disables it.
+    void Run(const QAction& action, ClickHandler click, int index);
     /// The help window, made if need be; null after a box, where the program has no help.
     frmHelp* OpenHelp();
     void ShowHelpTopic(const std::string& page);
@@ -217,7 +218,10 @@ private:
 
     void BuildTree();
     void ReadMachines();
+    void ShowSelectedNode();
     void ShowNode(const QModelIndex& node);
+    /// Whether work is under way that a click or the window's closing would disturb.
+    bool IsBusy() const;
     void ShowCategory(const std::string& key);
     void TellUnknownNode();
     void ListUsers(ListView& list);

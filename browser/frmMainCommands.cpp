@@ -75,7 +75,7 @@ QAction* frmMain::AddItem(const CommandRow& row, QMenu& menu) {
         // The handler decides on the mark.
         if (row.kind == CommandKind::Check)
             action->setChecked(!isChecked);
-        Run(row.click, row.index);
+        Run(*action, row.click, row.index);
     });
     return action;
 }
@@ -98,12 +98,18 @@ void frmMain::BuildToolBar() {
         if (row.group != ButtonGroup::None)
             action->setActionGroup(row.group == ButtonGroup::Views ? views : configurations);
         tbToolBar->widgetForAction(action)->setObjectName(Shown(row.key));
-        connect(action, &QAction::triggered, this, [this, &row] { Run(row.click, row.index); });
+        connect(action, &QAction::triggered, this,
+                [this, action, &row] { Run(*action, row.click, row.index); });
         mActions[std::string(row.key)] = action;
     }
 }
 
-void frmMain::Run(ClickHandler click, int index) {
+void frmMain::Run(const QAction& action, ClickHandler click, int index) {
+    // A key that came right behind the selection of a node: the command acts on that node's list, if it may.
+    if (mNodeTimer.isActive())
+        ShowSelectedNode();
+    if (!action.isEnabled())
+        return;
     Guarded("Error#", [&] { click(*this, index); });
 }
 

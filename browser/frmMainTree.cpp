@@ -47,12 +47,13 @@ std::string_view TextOrNotAvailable(const ADODB::Field& field) {
 
 /// What the machine's file of personal details tells: the console asks with an empty one, which the
 /// collector fills.
-std::string_view RetrieveState(const DirectoryListing& folder, const std::string& machine) {
-    const std::optional<std::string> file = folder.Find(machine + ".PNF");
+std::string_view RetrieveState(const std::string& folder, const DirectoryListing& files,
+                               const std::string& machine) {
+    const std::optional<std::string> file = files.Find(machine + ".PNF");
     if (!file)
         return "";
     try {
-        return FileLength(JoinPath(gImportDir, *file)) == 0 ? "Marked" : "Retrieved";
+        return FileLength(JoinPath(folder, *file)) == 0 ? "Marked" : "Retrieved";
     } catch (const RunTimeError&) {
         // A collector has taken it away since the folder was listed.
         return "";
@@ -117,6 +118,16 @@ void frmMain::ClearTreeAndList() {
     lvListView->ClearItems();
 }
 
+bool frmMain::IsBusy() const {
+    return LongWork::IsRunning() || mHasHourglass;
+}
+
+void frmMain::ShowSelectedNode() {
+    // An import that has begun since the selection shows the tree anew when it ends.
+    if (!IsBusy())
+        NodeClick(SelectedNode());
+}
+
 void frmMain::NodeClick(const QModelIndex& node) {
     if (!node.isValid())
         return;
@@ -177,7 +188,8 @@ void frmMain::ListUsers(ListView& list) {
     list.AddColumn("Retrieve Personal Info", 2000);
     OpenMachines();
     const AgeScale ages(mClock.Now());
-    const DirectoryListing folder(gImportDir, ".PNF");
+    const std::string folder = FolderOnDisk(gImportDir);
+    const DirectoryListing files(folder, ".PNF");
     const int count = gRecordset->RecordCount();
     ProgressMaximum(count);
     {
@@ -193,7 +205,7 @@ void frmMain::ListUsers(ListView& list) {
                         AgeImage(age));
             list.SetSubItem(1, TextOrNotAvailable(fields.Item(kLogonDate)));
             list.SetSubItem(2, TextOrNotAvailable(fields.Item(kLogonTime)));
-            list.SetSubItem(3, RetrieveState(folder, name));
+            list.SetSubItem(3, RetrieveState(folder, files, name));
             work.Step();
         }
     }

@@ -4,6 +4,7 @@
 #include "core/Globals.h"
 #include "core/HelpKey.h"
 #include "platform/errors.h"
+#include "platform/files.h"
 #include "platform/prompts.h"
 #include "platform/report/Viewer.h"
 #include "reports/Comparison.h"
@@ -62,7 +63,7 @@ void frmCRPCompare::mnuFixEm() {
     try {
         if (!gRecordset)
             Raise(Errors::kNoObject);
-        FixChanges(*gRecordset, gImportDir);
+        FixChanges(*gRecordset, FolderOnDisk(gImportDir));
         Context().prompts.MsgBox(
             "Original files was reset successfully! You have to re-import from the file menu.",
             MsgBoxStyle::kQuestion, "Fixed successfully");

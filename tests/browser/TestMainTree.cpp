@@ -3,6 +3,7 @@
 #include "browser/ListView.h"
 #include "browser/TreeModel.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 #include "tests/browser/MainWindowTest.h"
 
 #include <QAbstractItemView>
@@ -24,8 +25,7 @@ using Strings = std::vector<std::string>;
 
 TEST_F(MainWindowTest, ListsAllMachinesWithTheirPersonalFiles) {
     MakeDatabase({{"PC1", "20240315", "08:00:00"}, {"Pc2", std::nullopt, std::nullopt}, {"PC3", "x", "y"}});
-    gImportDir = folder.Path("INF");
-    Store("ImportDir", gImportDir);
+    Store("ImportDir", folder.Path("Inf"));
     folder.WriteFile("INF/PC1.PNF", "");
     folder.WriteFile("INF/pC2.pnf", "[Personal]");
     folder.WriteFile("INF/PC33.PNF", "another machine's");
@@ -90,6 +90,33 @@ TEST_F(MainWindowTest, TheKeyboardWalksTheTreeAsTheMouseDoes) {
     QTest::keyClick(&tree, Qt::Key_Return);
     QTest::qWait(1);
     EXPECT_EQ(Rows().size(), 4U) << "Enter chooses the node that has the focus";
+}
+
+TEST_F(MainWindowTest, ACommandActsOnTheNodeJustSelected) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    Click("PC1?MAIN");
+    auto& tree = Find<QTreeView>("tvTreeView");
+    tree.setExpanded(tree.currentIndex(), true);
+    tree.setCurrentIndex(tree.indexBelow(tree.currentIndex()));
+    ASSERT_EQ(form->SelectedNodeKey(), "PC1?CPU");
+    // Before the loop turns: the node's own click comes first, and forbids it without a question.
+    Action("mnuFileRemoveComp").trigger();
+    EXPECT_FALSE(IsEnabled("mnuFileRemoveComp"));
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      tree.visualRect(tree.currentIndex()).center());
+    EXPECT_EQ(form->SelectedNodeKey(), "PC1?CPU") << "Ctrl leaves it selected";
+}
+
+TEST_F(MainWindowTest, StaysOpenWhileItWorks) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    {
+        const LongWork work(*form);
+        EXPECT_FALSE(form->close());
+        EXPECT_TRUE(gConnection->IsOpen());
+    }
+    EXPECT_TRUE(form->close());
 }
 
 TEST_F(MainWindowTest, AnEmptyDatabaseHasARootAlone) {

@@ -6,5 +6,6 @@ class QLineEdit;
 
 void SelectAllText(QLineEdit& box);
 
-/// Selects the whole text whenever `box` gets the focus, by keyboard, by mouse or by the program.
+/// Selects the whole text whenever `box` gets the focus, by keyboard, by mouse or by the program. A box that
+/// had it before its pop-up menu or another window took it keeps what the user has selected.
 void SelectAllOnFocus(QLineEdit& box);

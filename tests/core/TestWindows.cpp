@@ -190,6 +190,14 @@ TEST(SelectAllOnFocus, TypingReplacesTheTextHoweverTheBoxWasReached) {
     name.setFocus();
     QTest::qWait(1);
     EXPECT_EQ(name.selectedText(), "name") << "by the program";
+    name.setSelection(0, 2);
+    for (const auto reason : {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason}) {
+        QFocusEvent leaves(QEvent::FocusOut, reason), returns(QEvent::FocusIn, reason);
+        QApplication::sendEvent(&name, &leaves);
+        QApplication::sendEvent(&name, &returns);
+        QTest::qWait(1);
+        EXPECT_EQ(name.selectedText(), "na") << "back from its own menu or another window";
+    }
 }
 
 } // namespace

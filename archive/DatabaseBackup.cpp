@@ -75,9 +75,9 @@ std::string MakeTemporaryFolder(const std::string& parent) {
     return folder;
 }
 
-/// Whether a file has this path, however its name is written.
-bool IsThere(const std::string& path) {
-    return FileExists(path) || FindFile(FolderOf(path), FileNameOf(path)).has_value();
+/// The file that has this path, however its name is written.
+std::optional<std::string> OnDisk(const std::string& path) {
+    return FileExists(path) ? path : FindFile(FolderOf(path), FileNameOf(path));
 }
 
 void IgnoringErrors(const std::function<void()>& work) {
@@ -216,11 +216,14 @@ void DatabaseBackup::RestoreFrom(const std::string& archive, const std::string& 
 }
 
 std::unique_ptr<KeptDatabase> DatabaseBackup::PutInPlace(const std::string& unpacked) {
-    if (IsThere(gDatabasePath) &&
+    const std::optional<std::string> present = OnDisk(gDatabasePath);
+    if (present &&
         mPrompts.MsgBox("Overwrite " + gDatabasePath + "?",
                         MsgBoxStyle::kYesNo + MsgBoxStyle::kExclamation + MsgBoxStyle::kDefaultButton2,
-                        "Overwrite?") != MsgBoxAnswer::Yes)
+                        "Overwrite?") != MsgBoxAnswer::Yes) {
+        gDatabasePath = *present;
         return nullptr;
+    }
     ReplacedFile target(gDatabasePath, ReplacedFile::Rights::OwnerOnly);
     {
         ShownWork work(mForm);

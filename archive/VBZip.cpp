@@ -91,8 +91,10 @@ std::vector<PackedFile> FilesOf(const std::string& source, const std::string& en
 }
 
 void Add(zip_t& archive, const PackedFile& file) {
+    // The library opens it when the archive is closed, and does not tell which file could not be.
+    const Descriptor opened(file.path, O_RDONLY | O_NONBLOCK);
     struct stat status {};
-    if (stat(file.path.c_str(), &status) != 0)
+    if (fstat(opened.Number(), &status) != 0)
         RaiseSystem(errno, file.path);
     // A pipe would be waited for.
     if (!S_ISREG(status.st_mode))
@@ -156,6 +158,13 @@ public:
         const auto entries = static_cast<zip_uint64_t>(zip_get_num_entries(mArchive.get(), 0));
         for (zip_uint64_t entry = 0; entry < entries; ++entry)
             mExpected += static_cast<double>(StatusOf(entry).size);
+        struct statvfs disk {};
+        if (statvfs(mFolder.c_str(), &disk) != 0)
+            RaiseSystem(errno, mFolder);
+        // A file system that knows no size of its own tells zeros.
+        const double free = static_cast<double>(disk.f_bavail) * static_cast<double>(disk.f_frsize);
+        if (disk.f_blocks != 0 && mExpected >= free)
+            Raise(Errors::kDiskFull, mFolder);
         for (zip_uint64_t entry = 0; entry < entries; ++entry)
             Unpack(entry);
     }
@@ -208,14 +217,9 @@ private:
         return kind == 0 || kind == S_IFREG;
     }
 
-    void CheckSize(const zip_stat_t& status, const std::string& name) const {
+    static void CheckSize(const zip_stat_t& status, const std::string& name) {
         constexpr std::uint64_t kMostSwelling = 100;
         constexpr std::uint64_t kHarmless = std::uint64_t{4} << 30U;
-        struct statvfs disk {};
-        if (statvfs(mFolder.c_str(), &disk) != 0)
-            RaiseSystem(errno, mFolder);
-        if (status.size / disk.f_frsize >= disk.f_bavail)
-            Raise(Errors::kDiskFull, name);
         if (status.size > kHarmless && status.size / kMostSwelling > status.comp_size)
             throw RunTimeError(Errors::kOutOfMemory,
                                "The entry is too large for what it is packed in: " + name);

@@ -257,11 +257,17 @@ TEST_F(BackupTest, NoOldLogGetsIntoTheRestoredDatabase) {
     }
     waitpid(child, nullptr, 0);
     ASSERT_EQ(Files("place"), "OTHER.MDB OTHER.MDB-shm OTHER.MDB-wal ");
-    ExpectArchive(archive);
-    prompts.Expect(Folder("Please select Restore Directory"), folder.Path("place"));
-    prompts.Expect(Box("Overwrite?", "Overwrite " + folder.Path("place/Other.mdb") + "?"), MsgBoxAnswer::Yes);
-    command.mnuRestore();
-    gConnection->Close();
+    const auto restore = [&](MsgBoxAnswer answer) {
+        ExpectArchive(archive);
+        prompts.Expect(Folder("Please select Restore Directory"), folder.Path("place"));
+        prompts.Expect(Box("Overwrite?", "Overwrite " + folder.Path("place/Other.mdb") + "?"), answer);
+        command.mnuRestore();
+        gConnection->Close();
+    };
+    restore(MsgBoxAnswer::No);
+    EXPECT_EQ(gDatabasePath, path) << "what is there is opened by its own name";
+    EXPECT_NE(Contents(path).find("KILLED"), std::string::npos);
+    restore(MsgBoxAnswer::Yes);
     EXPECT_EQ(Files("place"), "Other.mdb ");
     EXPECT_NE(Contents(gDatabasePath).find("RESTORED1"), std::string::npos);
     EXPECT_EQ(Contents(gDatabasePath).find("KILLED"), std::string::npos);

@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace {
@@ -24,11 +25,21 @@ std::string Numbered(const std::string& title, int number) {
 /// The date of a text "yyyy-mm-dd" by its positions; a month or day past its range rolls over.
 std::chrono::local_days DateFromPositions(std::string_view text) {
     const auto number = [text](std::size_t start, std::size_t count) {
-        return start < text.size() ? static_cast<int>(Val(text.substr(start, count))) : 0;
+        constexpr double kLargest = 9999; // "1e99" is a number too
+        const double value = start < text.size() ? Val(text.substr(start, count)) : 0;
+        return static_cast<int>(std::clamp(value, -kLargest, kLargest));
     };
     const std::chrono::year_month month =
         std::chrono::year(number(0, 4)) / std::chrono::January + std::chrono::months(number(5, 2) - 1);
     return std::chrono::local_days(month / 1) + std::chrono::days(number(8, 2) - 1);
+}
+
+/// Lets go of a file that is refused. Its log may be another program's at work, and is no failure here.
+void CloseRefused() {
+    try {
+        gConnection->Close();
+    } catch (const RunTimeError&) {
+    }
 }
 
 } // namespace
@@ -61,7 +72,7 @@ bool DatabaseSession::ConnectSinDatabase(const std::string& path) {
         gRecordset->Open("SELECT * FROM Version", gConnection);
         const auto refuse = [] {
             gRecordset->Close();
-            gConnection->Close();
+            CloseRefused();
             return false;
         };
         if (gRecordset->EndOfFile())
@@ -85,8 +96,8 @@ bool DatabaseSession::ConnectSinDatabase(const std::string& path) {
         gRecordset->Close();
         return true;
     } catch (const RunTimeError& failure) {
-        // A file that is refused is let go of; the recordset ends with its connection.
-        gConnection->Close();
+        // The recordset ends with its connection.
+        CloseRefused();
         mUnloadSplash();
         mPrompts.MsgBox(
             "This is either not a MOVA database or it's an incompatible database.\r\n\r\n"

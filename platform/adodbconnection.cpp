@@ -164,6 +164,10 @@ void Connection::Open() {
             RaiseDatabase(database);
         // The statements kept in the cache would use up the engine's own store of small pieces of memory.
         sqlite3_db_config(database, SQLITE_DBCONFIG_LOOKASIDE, nullptr, 256, 8000);
+        // The console's databases have neither. A stranger's view can run for ever under the name of a table,
+        // and a trigger can do anything behind a row.
+        for (const int part : {SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_ENABLE_TRIGGER})
+            sqlite3_db_config(database, part, 0, nullptr);
         sqlite3_extended_result_codes(database, 1);
         sqlite3_busy_timeout(database, 5000);
         RegisterAccessFunctions(database);

@@ -214,7 +214,13 @@ void CopyFile(const std::string& source, const std::string& target) {
 void DeleteDatabase(const std::string& path) {
     const std::string folder = FolderOf(path);
     const DirectoryListing listing(folder);
-    for (const char* suffix : {"", "-wal", "-shm"})
+    for (const char* suffix : {"", "-wal", "-shm"}) {
         for (const std::string& name : listing.Spellings(FileNameOf(path) + suffix))
             DeleteFile(JoinPath(folder, name));
+        // A listing shows neither hidden files nor links that lead nowhere.
+        std::error_code ignored;
+        if (const auto left = std::filesystem::symlink_status(path + suffix, ignored);
+            std::filesystem::is_regular_file(left) || std::filesystem::is_symlink(left))
+            DeleteFile(path + suffix);
+    }
 }

@@ -178,6 +178,7 @@ TEST_F(MaintenanceTest, AllMachinesGoTogetherOrStay) {
     const int before = DependentRows();
     const Question question =
         Box("Delete MACHINES!!", "Are you sure you want to DELETE ALL MACHINES from the database?");
+    sqlite3_db_config(gConnection->Handle(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 1, nullptr);
     RunSQL(*gConnection,
            "CREATE TRIGGER Locked BEFORE DELETE ON Net WHEN old.COMPUTERNAME = 'PC3' "
            "BEGIN SELECT RAISE(ABORT, 'locked'); END");

@@ -105,6 +105,18 @@ TEST_F(DatabaseSessionTest, RefusesOtherFilesInItsOwnWords) {
     stranger.Close();
     EXPECT_FALSE(session.ConnectSinDatabase(other));
     EXPECT_FALSE(gConnection->IsOpen()) << "another program's database is let go of";
+    Told();
+
+    sqlite3* reader = nullptr;
+    sqlite3_open(other.c_str(), &reader);
+    sqlite3_exec(reader,
+                 "PRAGMA journal_mode = WAL; CREATE VIEW Version AS WITH RECURSIVE n(x) AS (SELECT 1 UNION "
+                 "ALL SELECT x + 1 FROM n) SELECT * FROM n WHERE x < 0; BEGIN; SELECT * FROM sqlite_master",
+                 nullptr, nullptr, nullptr);
+    prompts.Expect(Question{Question::Kind::Box, "Error #-1", {}, MsgBoxStyle::kCritical});
+    EXPECT_FALSE(session.ConnectSinDatabase(other)) << "its view would run for ever";
+    EXPECT_GT(FileLength(other + "-wal"), 0U) << "another program reads its log, which is no second failure";
+    sqlite3_close(reader);
 }
 
 TEST_F(DatabaseSessionTest, FirstActivationOpensAndTellsTheAgeOfTheData) {

@@ -192,6 +192,7 @@ TEST_F(ADODBTest, AnEmptiedTableTakesAlongWhatADeleteWould) {
             counts += One(std::string("SELECT COUNT(*) FROM ") + table) + " ";
         return counts;
     };
+    sqlite3_db_config(connection->Handle(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 1, nullptr);
     run("CREATE TRIGGER Locked BEFORE DELETE ON Net BEGIN SELECT RAISE(ABORT, 'locked'); END");
     EXPECT_EQ(ErrorOf([&] { connection->EmptyTable("Net"); }), Errors::kDatabase);
     EXPECT_EQ(rows(), "2 3 2 2 ") << "all or nothing";

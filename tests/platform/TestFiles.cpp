@@ -95,6 +95,16 @@ TEST(Files, ACopyBelongsToItsOwnerAlone) {
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
+TEST(Files, OfADatabaseNothingIsLeftHoweverItIsNamed) {
+    TemporaryFolder folder;
+    for (const char* name : {"A.MDB", "a.mdb-wal", "a.mdb-shm", ".a.mdb", ".a.mdb-wal", "aa.mdb"})
+        folder.WriteFile(name, "x");
+    std::filesystem::create_symlink("nowhere", folder.Path("b.mdb"));
+    for (const char* name : {"a.mdb", ".a.mdb", "b.mdb", "missing.mdb"})
+        DeleteDatabase(folder.Path(name));
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"aa.mdb"});
+}
+
 TEST(Identifiers, GrowAndNeverRepeat) {
     Identifier last;
     for (int i = 0; i < 20000; ++i) {

@@ -10,7 +10,7 @@
 
 namespace collector {
 
-/// The whole file of the machine named `machine`, in code page 1252 with CR LF line ends.
+/// The whole file of the machine named `machine`, in the locale's 8-bit code page with CR LF line ends.
 std::string InventoryText(const std::string& machine, const Sources& sources,
                           const Surroundings& surroundings);
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The records of an inventory file. Facts come in as UTF-8 of any content, since package maintainers
-// and device makers write them; what goes out is code page 1252 that no reader can misread: values
-// hold no separator, no "=" and no control character, and fit the console's columns. Devices most of
-// all: the console drops a machine's remaining devices at the first value that is too long.
+// and device makers write them; what goes out is the 8-bit code page of the machine's locale, as the
+// console reads it by its own, and nothing that a reader could misread: values hold no separator, no
+// "=" and no control character, and fit the console's columns. Devices most of all: the console drops
+// a machine's remaining devices at the first value that is too long.
 #pragma once
 
 #include <array>

@@ -42,29 +42,6 @@ void AppendUTF8(char32_t character, std::string& text) {
     }
 }
 
-constexpr char32_t kNoCharacter = 0xFFFFFFFF;
-
-/// Takes one character off the front of UTF-8 text; one byte, and kNoCharacter, where none begins.
-char32_t TakeCharacter(std::string_view& text) {
-    const auto first = static_cast<unsigned char>(text.front());
-    const std::size_t length = first < 0x80        ? 1
-                               : first >> 5U == 6  ? 2
-                               : first >> 4U == 14 ? 3
-                               : first >> 3U == 30 ? 4
-                                                   : 0;
-    const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-    if (length == 0 || text.size() < length ||
-        !std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length), isContinuation)) {
-        text.remove_prefix(1);
-        return kNoCharacter;
-    }
-    char32_t character = length == 1 ? first : first & (0xFFU >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i)
-        character = character << 6U | (static_cast<unsigned char>(text[i]) & 0x3FU);
-    text.remove_prefix(length);
-    return character;
-}
-
 class Converter {
 public:
     explicit Converter(int page) : mHandle(iconv_open("UTF-16LE", ("CP" + std::to_string(page)).c_str())) {
@@ -96,6 +73,31 @@ private:
 };
 
 } // namespace
+
+char32_t TakeCharacter(std::string_view& text) {
+    // A character in more bytes than it needs could pass for another one.
+    constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
+    const auto first = static_cast<unsigned char>(text.front());
+    const std::size_t length = first < 0x80        ? 1
+                               : first >> 5U == 6  ? 2
+                               : first >> 4U == 14 ? 3
+                               : first >> 3U == 30 ? 4
+                                                   : 0;
+    char32_t character = length == 1 ? first : first & (0xFFU >> (length + 1));
+    bool isWhole = length != 0 && text.size() >= length;
+    for (std::size_t i = 1; isWhole && i < length; ++i) {
+        const auto next = static_cast<unsigned char>(text[i]);
+        isWhole = next >> 6U == 2;
+        character = character << 6U | (next & 0x3FU);
+    }
+    const bool isSurrogate = character >= 0xD800 && character < 0xE000;
+    if (!isWhole || character < kSmallest.at(length) || isSurrogate || character > 0x10FFFF) {
+        text.remove_prefix(1);
+        return kNoCharacter;
+    }
+    text.remove_prefix(length);
+    return character;
+}
 
 CodePage::CodePage(int number) {
     Converter converter(number);
@@ -142,11 +144,14 @@ std::string CodePage::Decode(std::string_view bytes) const {
 std::string CodePage::Encode(std::string_view utf8) const {
     std::string bytes;
     bytes.reserve(utf8.size());
-    while (!utf8.empty()) {
-        const auto found = mBytes.find(TakeCharacter(utf8));
-        bytes += found == mBytes.end() ? '?' : static_cast<char>(found->second);
-    }
+    while (!utf8.empty())
+        bytes += Byte(TakeCharacter(utf8));
     return bytes;
+}
+
+char CodePage::Byte(char32_t character) const {
+    const auto found = mBytes.find(character);
+    return found == mBytes.end() ? '?' : static_cast<char>(found->second);
 }
 
 bool IsASCII(std::string_view text) {

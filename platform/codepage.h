@@ -31,6 +31,9 @@ public:
     /// `utf8` in this page, with "?" for each character that it lacks and each byte that is no UTF-8.
     std::string Encode(std::string_view utf8) const;
 
+    /// The byte of one character, "?" where the page lacks it.
+    char Byte(char32_t character) const;
+
 private:
     std::array<char16_t, 256> mCharacters{};
     std::unordered_map<char32_t, unsigned char> mBytes;
@@ -39,5 +42,11 @@ private:
 /// Whether all bytes are below 128, so that text is the same in every page and in UTF-8.
 bool IsASCII(std::string_view text);
 
-/// Whether all of `text` is UTF-8, as Encode reads it.
+inline constexpr char32_t kNoCharacter = 0xFFFFFFFF;
+
+/// Takes one character off the front of UTF-8 text, which holds something; one byte, and kNoCharacter, where
+/// none begins. Surrogates and characters in more bytes than they need are none.
+char32_t TakeCharacter(std::string_view& text);
+
+/// Whether all of `text` is UTF-8.
 bool IsUTF8(std::string_view text);

@@ -3,7 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace collector {
+
+TEST(Value, IsWrittenInThePageThatTheConsoleReads) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto write = [] {
+        setenv("LC_ALL", "ru_RU.UTF-8", 1);
+        std::exit(Value("\xD0\x96 \xC3\xA9", 9) == "\xC6 ?" ? 0 : 1);
+    };
+    EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
+}
 
 TEST(Value, HoldsNothingThatAReaderCouldMisread) {
     const struct {
@@ -25,6 +36,7 @@ TEST(Value, HoldsNothingThatAReaderCouldMisread) {
         {"a width counts characters, not bytes", "\xC3\xA9\xC3\xA9\xC3\xA9", 2, "\xE9\xE9"},
         {"a cut at a blank leaves none at the end", "ab cd", 3, "ab"},
     };
+    setenv("LC_ALL", "C", 1); // the signs above 0x80 are those of 1252
     for (const auto& c : cases)
         EXPECT_EQ(Value(c.text, c.width), c.value) << c.why;
 }

@@ -4,7 +4,6 @@
 #include "core/FormRegistry.h"
 #include "core/HelpKey.h"
 #include "core/MainForm.h"
-#include "platform/accesssql.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/prompts.h"
@@ -114,9 +113,6 @@ void frmCustomReports::RunCustomReport(const std::string& filename, const std::s
     try {
         FormRegistry::Instance().Unload("frmAllReports");
         std::shared_ptr<report::Report> document = report::Report::OpenFile(filename);
-        if (!IsQuery(queryString))
-            throw RunTimeError(Errors::kDatabase,
-                               "A report is fed by a query alone, and this is none: " + queryString);
         auto* const window = new frmAllReports(mContext);
         window->Report = std::move(document);
         window->QueryString = queryString;

@@ -83,7 +83,8 @@ Printing::Change SystemPrinting::ChangeDefault(const std::string& deviceName) {
     }
     try {
         SetUsersDefaultPrinter(deviceName);
-        change.isChanged = true;
+        // The environment may name another one, which goes before the user's own.
+        change.isChanged = DefaultPrinterName() == deviceName;
     } catch (const RunTimeError&) {
         // The caller is told by isChanged.
         change.isChanged = false;

@@ -13,6 +13,8 @@ namespace {
 constexpr std::size_t kMostLines = 64;
 constexpr std::size_t kMostObjects = 64;
 constexpr std::size_t kMostObjectsOfAll = 1000;
+/// A row is worked out in one go, in which nothing can be stopped.
+constexpr int kMostStepsOfAll = 20000;
 constexpr double kHighestChart = 720;
 /// Places are sums of decimal fractions.
 constexpr double kTolerance = 1e-6;
@@ -236,6 +238,10 @@ ObjectDefinition SectionReader::ReadObject(const DocumentNode& node, SectionKind
             object.text = *table.Text(key);
         else
             ReadValueObject(table, key, kind, mDocument, object);
+        if (object.source.kind == Source::Kind::Formula)
+            mSteps += mDocument.formulas[object.source.index].formula.Cost();
+        if (mSteps > kMostStepsOfAll)
+            Complain(node.line, "the formulas of all objects take too many steps");
         ReadPlace(table, object);
         ReadStyle(table, object);
     }

@@ -31,6 +31,7 @@ private:
     std::set<std::string> mObjectNames;
     /// Over all sections, to bound them.
     std::size_t mObjects = 0;
+    int mSteps = 0;
 };
 
 /// The format that the keys "format" and "decimals" give.

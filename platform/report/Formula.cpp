@@ -234,6 +234,10 @@ bool Formula::IsTrue(Row row) const {
     return TruthOf(ValueOf(*mRoot, row)) == true;
 }
 
+int Formula::Cost() const {
+    return mRoot->cost;
+}
+
 bool Formula::IsFlag() const {
     return mRoot->isFlag;
 }

@@ -53,6 +53,8 @@ public:
     ADODB::Value Evaluate(std::span<const ADODB::Value> row) const;
     /// Whether the value is a number other than 0.
     bool IsTrue(std::span<const ADODB::Value> row) const;
+    /// Steps to a value, with those of the formulas that it uses.
+    int Cost() const;
     /// Whether its values are flags, to be shown as such.
     bool IsFlag() const;
 

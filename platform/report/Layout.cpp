@@ -14,8 +14,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Rows between two looks at the clock.
-constexpr int kRowsAtOnce = 64;
+/// What no person would ask for: a document whose rows fill pages by the thousand.
+constexpr std::size_t kMostPages = 10'000'000;
 /// Sums of heights that differ by less are equal.
 constexpr double kTolerance = 0.01;
 /// The report's header stands on top of the first page where it leaves this much for rows.
@@ -70,12 +70,11 @@ double Layout::Implementation::RepeatedHeight(std::size_t levels, double body,
 
 bool Layout::Implementation::Work(std::chrono::milliseconds slice) {
     const auto end = Clock::now() + slice;
-    for (int count = 1; !isComplete; ++count) {
+    // A document decides how long a row takes, so the clock is looked at behind each.
+    do
         if (!PlaceNext())
             return false;
-        if (count % kRowsAtOnce == 0 && Clock::now() >= end)
-            break;
-    }
+    while (!isComplete && Clock::now() < end);
     return !isComplete;
 }
 
@@ -278,6 +277,8 @@ double Layout::Implementation::NewPageRoom(std::size_t strip) const {
 }
 
 void Layout::Implementation::NewPage(std::size_t strip) {
+    if (mPages.size() >= kMostPages)
+        throw RunTimeError(Errors::kOutOfMemory, "The report has too many pages");
     mRoom = NewPageRoom(strip);
     mUsed = 0;
     mHasRows = false;

@@ -10,9 +10,6 @@ namespace report {
 
 namespace {
 
-/// Rows between two looks at the clock.
-constexpr int kRowsAtOnce = 64;
-
 const ADODB::Field* FindColumn(const ADODB::FieldList& columns, std::string_view name, std::size_t position) {
     for (std::size_t i = 0; i < columns.Count(); ++i)
         if (EqualNoCase(columns.Item(i).Name(), name))
@@ -76,7 +73,7 @@ void Report::Data::Read(Clock::time_point end) {
                 recordset->MoveFirst();
             mHasStarted = true;
         }
-        for (int count = 1; !recordset->EndOfFile(); ++count) {
+        while (!recordset->EndOfFile()) {
             for (std::size_t i = 0; i < mBindings.size(); ++i) {
                 const Binding& binding = mBindings[i];
                 if (binding.column == nullptr)
@@ -88,7 +85,8 @@ void Report::Data::Read(Clock::time_point end) {
             }
             Keep(mRow);
             recordset->MoveNext();
-            if (count % kRowsAtOnce == 0 && Clock::now() >= end)
+            // The selection decides how long a row takes.
+            if (Clock::now() >= end)
                 return Watch();
         }
     } catch (...) {

@@ -178,6 +178,22 @@ TEST(Document, RefusesDepthInEveryForm) {
         << "texts may hold what they like";
 }
 
+TEST(Document, RefusesRowsThatNobodyCouldWaitFor) {
+    const auto complaint = [](int objects) {
+        std::string text =
+            "title = 'x'\n[table]\nname = 'T'\nfields = [{name = 'N', type = 'number'}]\n"
+            "[[formula]]\nname = 'F'\ntext = '1";
+        for (int i = 0; i < 900; ++i)
+            text += " + 1";
+        text += "'\n[detail]\n[[detail.line]]\nobjects = [";
+        for (int i = 0; i < objects; ++i)
+            text += "{field = '{@F}'},";
+        return Complaint(text + "]\n");
+    };
+    EXPECT_EQ(complaint(10), "none");
+    EXPECT_NE(complaint(30).find("too many steps"), std::string::npos);
+}
+
 TEST(Document, SurvivesWhatIsNoDocument) {
     std::mt19937 random(20020306);
     const auto below = [&random](std::size_t limit) { return random() % limit; };

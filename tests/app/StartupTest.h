@@ -76,8 +76,7 @@ protected:
     FakeDesktop desktop;
     FakePrinting printing;
     FakeEchoProbes probes;
-    FixedClock clock{
-        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
+    FixedClock clock{2001, 11, 20};
     std::unique_ptr<SingleInstance> instance;
     std::unique_ptr<Startup> startup;
 };

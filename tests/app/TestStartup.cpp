@@ -2,6 +2,8 @@
 // The start-up as a whole, with a collector that writes what a test wants it to write.
 #include "tests/app/StartupTest.h"
 
+#include <QLabel>
+
 namespace {
 
 TEST_F(StartupTest, EndsInTheMainWindowWithTheImportedMachines) {
@@ -31,7 +33,7 @@ TEST_F(StartupTest, WaitsForTheCollectorAndSurvivesAClickOnTheSplash) {
     processes.exitCodes = {RunningProcess::kStillActive, RunningProcess::kStillActive, 0};
     QTimer::singleShot(100, [] {
         ASSERT_NE(frmSplash::Loaded(), nullptr);
-        QTest::mouseClick(frmSplash::Loaded(), Qt::LeftButton);
+        QTest::mouseClick(frmSplash::Loaded()->findChild<QLabel*>("lblStatus"), Qt::LeftButton);
     });
     ASSERT_TRUE(Start());
     EXPECT_FALSE(FormRegistry::Instance().IsLoaded("frmSplash"));

@@ -61,8 +61,7 @@ protected:
 
     TemporaryFolder folder;
     QueuedPrompts prompts;
-    FixedClock clock{
-        std::chrono::year_month_day{std::chrono::year(2024), std::chrono::month(3), std::chrono::day(15)}};
+    FixedClock clock{2024, 3, 15};
     FakeDesktop desktop;
     FakePrinting printing;
     FakeEchoProbes probes;

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/Guid.h"
 #include "import/Schema.h"
-#include "platform/errors.h"
 #include "tests/import/ImportTest.h"
-
-#include <sqlite3.h>
-#include <sys/stat.h>
+#include "tests/support/ErrorOf.h"
 
 #include <regex>
 
@@ -30,14 +27,7 @@ TEST_F(ImportTest, AMachineTakesAllItsRowsAlong) {
 
 TEST_F(ImportTest, KeysAreUniqueWithoutRegardToCase) {
     connection->Execute("INSERT INTO Net (COMPUTERNAME) VALUES ('PC1')");
-    const auto fails = [this](const char* sql) {
-        try {
-            connection->Execute(sql);
-        } catch (const RunTimeError&) {
-            return true;
-        }
-        return false;
-    };
+    const auto fails = [this](const char* sql) { return ErrorOf([&] { connection->Execute(sql); }) != 0; };
     EXPECT_TRUE(fails("INSERT INTO Net (COMPUTERNAME) VALUES ('pc1')"));
     EXPECT_TRUE(fails("INSERT INTO Net (COMPUTERNAME) VALUES ('')")) << "a machine has a name";
     EXPECT_FALSE(fails("INSERT INTO OS (COMPUTERNAME, ConfID) VALUES ('Pc1', 1)"))
@@ -47,9 +37,7 @@ TEST_F(ImportTest, KeysAreUniqueWithoutRegardToCase) {
 }
 
 TEST_F(ImportTest, ANewDatabaseBelongsToItsOwner) {
-    struct stat status {};
-    ASSERT_EQ(stat(database.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    EXPECT_EQ(folder.Rights("test.mdb"), 0600U);
     EXPECT_EQ(Rows("SELECT * FROM Version"), "1.20|1.20;|<Null>");
     EXPECT_THROW(CreateDatabase(database), RunTimeError) << "one that stands is never written over";
 }

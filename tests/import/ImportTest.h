@@ -20,17 +20,12 @@ std::string Lines(const std::vector<std::string>& lines);
 std::string SmallFile(const std::string& machine, const std::string& user = "user");
 
 /// Takes any box and notes its title, where an import may end in several ways.
-class AnyBox final : public Prompts {
+class AnyBox final : public QueuedPrompts {
 public:
     MsgBoxAnswer MsgBox(const std::string& /*text*/, int /*style*/, const std::string& title) override {
         lastTitle = title;
         return MsgBoxAnswer::OK;
     }
-    std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const FileDialog&) override { return {}; }
-    std::string SaveFile(const FileDialog&) override { return {}; }
-    std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
-    void Beep() override {}
 
     std::string lastTitle;
 };

@@ -8,23 +8,6 @@
 
 namespace {
 
-TEST_F(ImportTest, AMachineTakesAllItsRowsAlong) {
-    Write("PC1.ORG", SmallFile("PC1"));
-    Write("PC1.PNF", Lines({"[DETAIL]"}));
-    ASSERT_TRUE(Import());
-    connection->Execute("DELETE * FROM DEVICEDATA WHERE COMPUTERNAME='pc1' AND ConfID=0");
-    for (const char* table : {"DeviceDisplay", "DeviceMotherBoard"})
-        EXPECT_EQ(Rows(std::string("SELECT COUNT(*) FROM ") + table), "1")
-            << table << ": that of the other configuration";
-    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceNetwork"), "2");
-    connection->Execute("DELETE * FROM Net WHERE COMPUTERNAME = 'PC1'");
-    for (const TableDefinition& table : InventoryTables()) {
-        if (table.name != "Version") {
-            EXPECT_EQ(Rows("SELECT COUNT(*) FROM \"" + std::string(table.name) + "\""), "0") << table.name;
-        }
-    }
-}
-
 TEST_F(ImportTest, KeysAreUniqueWithoutRegardToCase) {
     connection->Execute("INSERT INTO Net (COMPUTERNAME) VALUES ('PC1')");
     const auto fails = [this](const char* sql) { return ErrorOf([&] { connection->Execute(sql); }) != 0; };

@@ -5,7 +5,7 @@
 #include "browser/TreeModel.h"
 #include "core/Globals.h"
 #include "import/Schema.h"
-#include "tests/support/Database.h"
+#include "tests/browser/InventorySample.h"
 
 #include <QAbstractItemView>
 #include <QClipboard>
@@ -51,6 +51,13 @@ void MainWindowTest::Load() {
 void MainWindowTest::LoadAndShow() {
     Load();
     ShowActive(*form);
+}
+
+void MainWindowTest::OpenSample(const std::vector<MachineRow>& others) {
+    MakeDatabase(others);
+    LoadAndShow();
+    RunSQL(*gConnection, kInventorySample);
+    form->OpenSinDatabase();
 }
 
 std::string MainWindowTest::Stored(const std::string& key) const {

@@ -39,6 +39,8 @@ protected:
     /// Creates and loads the window; shown if a test acts on it as a person would.
     void Load();
     void LoadAndShow();
+    /// Both, with the sample's machines beside `others`.
+    void OpenSample(const std::vector<MachineRow>& others = {});
 
     std::string Stored(const std::string& key) const;
     void Store(const std::string& key, const std::string& text);

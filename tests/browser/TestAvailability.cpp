@@ -2,8 +2,8 @@
 // What can be commanded when, and by which key: every menu, button and pop-up item in every state.
 #include "browser/TreeModel.h"
 #include "core/Globals.h"
-#include "tests/browser/InventorySample.h"
 #include "tests/browser/MainWindowTest.h"
+#include "tests/support/Database.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

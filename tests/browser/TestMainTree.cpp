@@ -7,8 +7,6 @@
 #include "tests/browser/MainWindowTest.h"
 
 #include <QAbstractItemView>
-#include <QHeaderView>
-#include <QLabel>
 #include <QMenu>
 #include <QProgressBar>
 

@@ -8,8 +8,6 @@
 #include "tests/browser/MainWindowTest.h"
 
 #include <QGuiApplication>
-#include <QLabel>
-#include <QMenu>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>

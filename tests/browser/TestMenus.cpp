@@ -4,8 +4,8 @@
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
 #include "reports/Catalogue.h"
-#include "tests/browser/InventorySample.h"
 #include "tests/browser/MainWindowTest.h"
+#include "tests/support/Database.h"
 
 #include <QAbstractItemView>
 
@@ -14,9 +14,7 @@ namespace {
 class ReportMenuTest : public MainWindowTest {
 protected:
     ReportMenuTest() {
-        MakeDatabase({});
-        LoadAndShow();
-        RunSQL(*gConnection, kInventorySample);
+        OpenSample();
         RunSQL(*gConnection,
                "UPDATE DrivesData SET \"Drive Description\" = CASE \"Drive Root\" WHEN 'C:' THEN 'Fixed "
                "drive' ELSE 'Network drive' END");

@@ -7,8 +7,8 @@
 #include "browser/frmSystemProp.h"
 #include "core/Globals.h"
 #include "platform/errors.h"
-#include "tests/browser/InventorySample.h"
 #include "tests/browser/MainWindowTest.h"
+#include "tests/support/Database.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -27,12 +27,6 @@ using Strings = std::vector<std::string>;
 
 class PropertiesTest : public MainWindowTest {
 protected:
-    void Open() {
-        MakeDatabase({});
-        LoadAndShow();
-        RunSQL(*gConnection, kInventorySample);
-        form->OpenSinDatabase();
-    }
     void Show(const std::string& machine, std::int16_t confID = 1) {
         window = std::make_unique<frmProperties>(form.get(), prompts);
         window->ConfID(confID);
@@ -108,7 +102,7 @@ protected:
 using PropertiesDeathTest = PropertiesTest;
 
 TEST_F(PropertiesTest, ATabIsReadWhenItIsFirstTurnedToAndNeverAgain) {
-    Open();
+    OpenSample();
     Strings queries;
     Count(gConnection->Handle(), queries);
     Show("PC1");
@@ -134,7 +128,7 @@ TEST_F(PropertiesTest, ATabIsReadWhenItIsFirstTurnedToAndNeverAgain) {
 }
 
 TEST_F(PropertiesTest, ValuesReadByTheRulesOfTheirTab) {
-    Open();
+    OpenSample();
     RunSQL(*gConnection, "UPDATE PC SET RAM = NULL WHERE COMPUTERNAME = 'PC2'");
     struct {
         const char* machine;
@@ -176,7 +170,7 @@ TEST_F(PropertiesTest, ValuesReadByTheRulesOfTheirTab) {
 }
 
 TEST_F(PropertiesTest, ListsHaveARowForEachRecord) {
-    Open();
+    OpenSample();
     Show("PC1");
     for (const int tab : {3, 6, 8, 9})
         Tabs().setCurrentIndex(tab);
@@ -191,7 +185,7 @@ TEST_F(PropertiesTest, ListsHaveARowForEachRecord) {
 }
 
 TEST_F(PropertiesTest, DevicesStandUnderTheirCategoriesWhateverAMachineCallsThem) {
-    Open();
+    OpenSample();
     RunSQL(*gConnection, R"(DELETE FROM DeviceData; INSERT INTO DeviceData VALUES
         ('a','PC1',1,'Ports','28 00 00 00 ','Serial','20000314','io','irq',NULL,'mem',''),
         ('b','PC1',1,'','','<b>?CHILD</b>','','','','','',''),
@@ -233,7 +227,7 @@ TEST_F(PropertiesTest, DevicesStandUnderTheirCategoriesWhateverAMachineCallsThem
 }
 
 TEST_F(PropertiesDeathTest, AFailureBehindTheFirstThreeTabsEndsTheProgram) {
-    Open();
+    OpenSample();
     RunSQL(*gConnection, "INSERT INTO Net (COMPUTERNAME) VALUES ('O''Neil')");
     Show("O'Neil");
     TurnTo(2);
@@ -253,7 +247,7 @@ TEST_F(PropertiesDeathTest, AFailureBehindTheFirstThreeTabsEndsTheProgram) {
 }
 
 TEST_F(PropertiesTest, TheNodeDecidesWhosePropertiesAreShown) {
-    Open();
+    OpenSample();
     for (const char* root : {"MAIN", "ALL"}) {
         Click(root);
         gLastImportDate = "n/a";
@@ -274,7 +268,7 @@ TEST_F(PropertiesTest, TheNodeDecidesWhosePropertiesAreShown) {
 }
 
 TEST_F(PropertiesTest, TheSystemTellsWhereItsDataComesFromAndHowOldItIs) {
-    Open();
+    OpenSample();
     gImportDir = "/shared/INF";
     gBackupDir = "/shared/<b>";
     Click("MAIN");
@@ -303,7 +297,7 @@ TEST_F(PropertiesTest, TheSystemTellsWhereItsDataComesFromAndHowOldItIs) {
 }
 
 TEST_F(PropertiesTest, KeysReachEveryValueAndCopyIt) {
-    Open();
+    OpenSample();
     Show("PC1");
     for (int box = 0; box < 22; ++box) {
         Press(Qt::Key_Tab);

@@ -5,7 +5,6 @@
 #include "platform/text.h"
 #include "tests/import/ImportTest.h"
 
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -219,6 +218,22 @@ TEST_F(ImportTest, AFullFolderLoadsInBulkAndGetsItsIndexesBack) {
     EXPECT_EQ(IntegrityCheck(), "ok");
 }
 
+/// Ends the process some microseconds behind a file's turn, as abruptly as a kill: wherever the import is by
+/// then, however slow the machine.
+class Killer final : public ImportEvents {
+public:
+    Killer(int file, useconds_t later) : mFile(file), mLater(later) {}
+    void DoneSoFarUsers(const std::string& /*name*/, double /*percent*/) override {
+        if (mFile-- == 0)
+            ualarm(mLater, 0);
+    }
+    void DoneSoFarUser(const std::string& /*name*/, double /*percent*/) override {}
+
+private:
+    int mFile;
+    useconds_t mLater;
+};
+
 TEST_F(ImportTest, AKilledImportLeavesASoundDatabaseWithItsIndexes) {
     constexpr int kRounds = 25;
     constexpr int kMachines = 150;
@@ -231,14 +246,13 @@ TEST_F(ImportTest, AKilledImportLeavesASoundDatabaseWithItsIndexes) {
     for (int round = 0; round < kRounds; ++round) {
         DeleteDatabase(database);
         CreateDatabase(database);
+        Killer killer(static_cast<int>(random() % kMachines), static_cast<useconds_t>(1 + random() % 20000));
         const pid_t child = fork();
         if (child == 0) {
             connection->Open();
-            Import();
+            Import({}, {}, &killer);
             _exit(0);
         }
-        usleep(static_cast<useconds_t>(1000 + random() % 120000));
-        kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
         connection->Open();
         EXPECT_EQ(IntegrityCheck(), "ok");

@@ -52,33 +52,27 @@ TEST_F(ImportCommandsTest, QuickImportLeavesYoungChangesForLater) {
     }
 }
 
-TEST_F(ImportCommandsTest, WithoutAFolderTheDialogAsksForOne) {
-    for (void (ImportCommands::*const command)() :
-         {&ImportCommands::mnuQuickImport, &ImportCommands::mnuPopRImport}) {
+TEST_F(ImportCommandsTest, WithoutAFolderOrFilesTheDialogAsksForThem) {
+    const auto runDialog = [this](void (ImportCommands::*command)()) {
         const NextDialog answer = InDialog([](QDialog& dialog) { dialog.reject(); });
         (commands.*command)();
         EXPECT_EQ(Told(), "activate\n");
-    }
-}
-
-TEST_F(ImportCommandsTest, AFolderWithoutFilesLeadsToTheDialog) {
-    Write("notes.txt", "");
+    };
+    runDialog(&ImportCommands::mnuQuickImport);
+    runDialog(&ImportCommands::mnuPopRImport);
     StoreFolder(inventory);
+    Write("notes.txt", "");
     prompts.Expect(Box("No INF Files",
                        "There's no files to import in the import directory. Please select the Mova\\Inf "
                        "directory on the server to continue.",
                        MsgBoxStyle::kInformation));
-    const NextDialog answer = InDialog([](QDialog& dialog) { dialog.reject(); });
-    commands.mnuQuickImport();
-    EXPECT_EQ(Told(), "activate\n");
-}
+    runDialog(&ImportCommands::mnuQuickImport);
 
-TEST_F(ImportCommandsTest, AFolderWithCurrentFilesAloneHasNoDataAndStillSucceeds) {
     Write("PC1.INF", SmallFile("PC1"));
-    StoreFolder(inventory);
     prompts.Expect(Question{Question::Kind::Box, "No data to import", {}, MsgBoxStyle::kQuestion});
     commands.mnuQuickImport();
-    EXPECT_EQ(Told(), "hourglass\narrow\nImport Successful.\nactivate\n");
+    EXPECT_EQ(Told(), "hourglass\narrow\nImport Successful.\nactivate\n")
+        << "current files alone are no data, and a success";
 }
 
 TEST_F(ImportCommandsTest, AFailureSaysSoAndChangesNothingOnTheWindow) {

@@ -10,10 +10,11 @@
 #include "import/Schema.h"
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "platform/process.h"
+#include "tests/support/Database.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeEcho.h"
 #include "tests/support/FakePrinting.h"
-#include "tests/support/FakeProcesses.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
@@ -24,7 +25,10 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 inline constexpr const char* kApplication = "Velmora";
@@ -34,13 +38,48 @@ inline std::string MachineFile(const std::string& name) {
     return "[NET]\r\nINFO0=" + name + "|ann|20011120|08:00:00|0|\r\n[OS]\r\nINFO0=1|\r\n";
 }
 
+/// Programs that are only noted, and that end when the test says so.
+class FakeProcesses final : public Processes {
+public:
+    std::unique_ptr<RunningProcess> Shell(const std::string& path,
+                                          const std::vector<std::string>& arguments) override {
+        if (failure)
+            throw RunTimeError(*failure);
+        starts += path + "(" + std::to_string(arguments.size()) + ")";
+        onStart();
+        return std::make_unique<Process>(exitCodes);
+    }
+
+    /// What was started, each with the number of its arguments.
+    std::string starts;
+    /// What a program answers to ExitCode, call by call; the last one stays.
+    std::deque<int> exitCodes{0};
+    /// Writes what the real program would write.
+    std::function<void()> onStart;
+    /// Raised instead of starting anything.
+    std::optional<RunTimeError> failure;
+
+private:
+    class Process final : public RunningProcess {
+    public:
+        explicit Process(std::deque<int> exitCodes) : mExitCodes(std::move(exitCodes)) {}
+        int ExitCode() override {
+            const int code = mExitCodes.front();
+            if (mExitCodes.size() > 1)
+                mExitCodes.pop_front();
+            return code;
+        }
+
+    private:
+        std::deque<int> mExitCodes;
+    };
+};
+
 class StartupTest : public testing::Test {
 protected:
     StartupTest() : settings(folder.Path("settings.ini")) {
         CreateDatabase(folder.Path("Template.sdb"));
-        processes.onStart = [this](const FakeProcesses::Start&) {
-            folder.WriteFile("INF/PC1.ORG", MachineFile("PC1"));
-        };
+        processes.onStart = [this] { folder.WriteFile("INF/PC1.ORG", MachineFile("PC1")); };
     }
     ~StartupTest() override {
         startup.reset();
@@ -61,13 +100,7 @@ protected:
 
     static QWidget* MainWindow() { return FormRegistry::Instance().Find("frmMain"); }
 
-    static std::string Machines() {
-        ADODB::Recordset rows;
-        std::string names;
-        for (rows.Open("SELECT * FROM Net", gConnection); !rows.EndOfFile(); rows.MoveNext())
-            names += std::string(rows.Fields().Item(0).Text()) + " ";
-        return names;
-    }
+    static std::string Machines() { return RowsOf(*gConnection, "SELECT COMPUTERNAME FROM Net"); }
 
     TemporaryFolder folder;
     SettingsStore settings;
@@ -76,8 +109,7 @@ protected:
     FakeDesktop desktop;
     FakePrinting printing;
     FakeEchoProbes probes;
-    FixedClock clock{
-        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
+    FixedClock clock{2001, 11, 20};
     std::unique_ptr<SingleInstance> instance;
     std::unique_ptr<Startup> startup;
 };

@@ -2,6 +2,7 @@
 // A day's work at the console without a mouse, from the start to the exit.
 #include "browser/ListView.h"
 #include "tests/app/StartupTest.h"
+#include "tests/support/Windows.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -19,7 +20,7 @@ class KeyboardTourTest : public StartupTest {
 protected:
     KeyboardTourTest() {
         settings.SaveSetting(kApplication, kSection, "ImportDir", folder.Path("INF"));
-        processes.onStart = [this](const FakeProcesses::Start&) {
+        processes.onStart = [this] {
             folder.WriteFile("INF/PC1.ORG", MachineFile("PC1") + "[DEVICE]\r\nINFO0=4|\r\n[DEVICEDATA]\r\n" +
                                                 Device(0, "Display adapters", "Graphics") +
                                                 Device(1, "System devices", "Board") +
@@ -38,8 +39,7 @@ protected:
 TEST_F(KeyboardTourTest, NeedsNoMouse) {
     ASSERT_TRUE(Start());
     QWidget& window = *MainWindow();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ShowActive(window);
     const auto& list = *window.findChild<ListView*>("lvListView");
     const auto& tree = *window.findChild<QTreeView*>("tvTreeView");
     ASSERT_EQ(QApplication::focusWidget(), &tree) << "the tree is where it begins";
@@ -71,10 +71,16 @@ TEST_F(KeyboardTourTest, NeedsNoMouse) {
 
     folder.WriteFile("INF/PC2.ORG", MachineFile("PC2"));
     Press(Qt::Key_F12);
-    EXPECT_EQ(Machines(), "PC1 PC2 ");
+    EXPECT_EQ(Machines(), "PC1\nPC2");
     EXPECT_EQ(tree.model()->rowCount(tree.model()->index(0, 0)), 3) << "ALL and two machines";
     EXPECT_EQ(window.findChild<QLabel*>("sbStatusBar(1)")->text(), "Database Open");
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+
+    Press(Qt::Key_F10);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(QApplication::activePopupWidget()->objectName(), "mnuFile");
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 
     Press(Qt::Key_X, Qt::ControlModifier);
     EXPECT_EQ(MainWindow(), nullptr);

@@ -38,8 +38,7 @@ protected:
     TemporaryFolder folder;
     std::string program = folder.Path("program");
     QueuedPrompts prompts;
-    FixedClock clock{
-        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
+    FixedClock clock{2001, 11, 20};
     FakeForm form;
     DatabaseSession session;
     DatabaseBackup command;

@@ -58,9 +58,5 @@ protected:
         const auto& tabs = In<QTabWidget>("tabHelp");
         return tabs.tabText(tabs.currentIndex()).remove('&').toStdString();
     }
-    static void Press(int key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
-        QTest::qWait(1);
-    }
     static void Type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 };

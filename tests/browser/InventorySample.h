@@ -4,10 +4,7 @@
 // Texts tell table and position: "os7" is at 7 in OS.
 #pragma once
 
-#include "platform/adodb.h"
-
-#include <gtest/gtest.h>
-#include <sqlite3.h>
+#include "tests/support/Database.h"
 
 constexpr const char* kInventorySample = R"(
 INSERT INTO Net VALUES ('PC1','anna','20011102','08:15:00','net4','20011001','07:00:00',NULL,NULL,'2001',''),
@@ -44,10 +41,3 @@ INSERT INTO OS VALUES
 INSERT INTO PrinterData VALUES ('PC1',0,'L','old','old','old'), ('PC1',1,'R','far','drv','lpt'), ('PC1',1,'L','near','drv','lpt'),
     ('PC2',1,'L',NULL,NULL,NULL);
 )";
-
-inline void RunSQL(ADODB::Connection& connection, const char* statements) {
-    char* message = nullptr;
-    EXPECT_EQ(sqlite3_exec(connection.Handle(), statements, nullptr, nullptr, &message), SQLITE_OK)
-        << message;
-    sqlite3_free(message);
-}

@@ -5,7 +5,10 @@
 #include "browser/TreeModel.h"
 #include "core/Globals.h"
 #include "import/Schema.h"
+#include "tests/browser/InventorySample.h"
 
+#include <QAbstractItemView>
+#include <QClipboard>
 #include <QLabel>
 
 MainWindowTest::MainWindowTest() : settings(folder.Path("settings.ini")) {
@@ -26,9 +29,7 @@ MainWindowTest::~MainWindowTest() {
 void MainWindowTest::MakeDatabase(const std::vector<MachineRow>& machines) {
     const std::string path = folder.Path("Demodb.mdb");
     CreateDatabase(path);
-    const auto connection = std::make_shared<ADODB::Connection>();
-    connection->ConnectionString("DBQ=" + path + ";USR=Admin;");
-    connection->Open();
+    const auto connection = OpenDatabase(path);
     ADODB::Recordset net;
     net.Open("Net", connection, ADODB::Cursor::Keyset, ADODB::Lock::Optimistic);
     for (const MachineRow& machine : machines) {
@@ -40,8 +41,6 @@ void MainWindowTest::MakeDatabase(const std::vector<MachineRow>& machines) {
             net.Fields().Item("Logon Time").SetText(*machine.logonTime);
         net.Update();
     }
-    net.Close();
-    connection->Close();
 }
 
 void MainWindowTest::Load() {
@@ -51,9 +50,14 @@ void MainWindowTest::Load() {
 
 void MainWindowTest::LoadAndShow() {
     Load();
-    form->show();
-    form->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    ShowActive(*form);
+}
+
+void MainWindowTest::OpenSample(const std::vector<MachineRow>& others) {
+    MakeDatabase(others);
+    LoadAndShow();
+    RunSQL(*gConnection, kInventorySample);
+    form->OpenSinDatabase();
 }
 
 std::string MainWindowTest::Stored(const std::string& key) const {
@@ -91,6 +95,27 @@ void MainWindowTest::Click(const std::string& key, Qt::MouseButton button) {
 
 ListView& MainWindowTest::List() const {
     return Find<ListView>("lvListView");
+}
+
+QAbstractItemView& MainWindowTest::View() const {
+    return List().CurrentView();
+}
+
+QPoint MainWindowTest::PlaceOf(int row, int column) const {
+    return View().visualRect(View().model()->index(row, column)).center();
+}
+
+void MainWindowTest::ClickRow(int row, Qt::MouseButton button) const {
+    QTest::mouseClick(View().viewport(), button, {}, PlaceOf(row));
+}
+
+void MainWindowTest::Press(int key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+    QTest::qWait(1);
+}
+
+std::string MainWindowTest::Clipboard() {
+    return QGuiApplication::clipboard()->text().toStdString();
 }
 
 std::vector<std::string> MainWindowTest::Rows() const {

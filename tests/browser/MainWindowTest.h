@@ -9,12 +9,10 @@
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Windows.h"
 
 #include <QAction>
-#include <QTest>
 #include <QTreeView>
-
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <optional>
@@ -22,6 +20,7 @@
 #include <vector>
 
 class ListView;
+class QAbstractItemView;
 class TreeModel;
 
 struct MachineRow {
@@ -40,6 +39,8 @@ protected:
     /// Creates and loads the window; shown if a test acts on it as a person would.
     void Load();
     void LoadAndShow();
+    /// Both, with the sample's machines beside `others`.
+    void OpenSample(const std::vector<MachineRow>& others = {});
 
     std::string Stored(const std::string& key) const;
     void Store(const std::string& key, const std::string& text);
@@ -56,13 +57,20 @@ protected:
     /// A press and release of the left button on the node.
     void Click(const std::string& key, Qt::MouseButton button = Qt::LeftButton);
     ListView& List() const;
+    /// The list as it is shown: by icons or by lines.
+    QAbstractItemView& View() const;
+    QPoint PlaceOf(int row, int column = 0) const;
+    void ClickRow(int row, Qt::MouseButton button = Qt::LeftButton) const;
     /// The list's rows, cells joined by "|".
     std::vector<std::string> Rows() const;
 
+    /// A key for whatever has the focus, and what follows from it.
+    static void Press(int key, Qt::KeyboardModifiers modifiers = {});
+    static std::string Clipboard();
+
     TemporaryFolder folder;
     QueuedPrompts prompts;
-    FixedClock clock{
-        std::chrono::year_month_day{std::chrono::year(2024), std::chrono::month(3), std::chrono::day(15)}};
+    FixedClock clock{2024, 3, 15};
     FakeDesktop desktop;
     FakePrinting printing;
     FakeEchoProbes probes;

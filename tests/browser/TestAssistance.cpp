@@ -5,9 +5,7 @@
 #include "tests/browser/HelpTest.h"
 
 #include <QAccessible>
-#include <QDialog>
 #include <QThread>
-#include <QTimer>
 
 namespace {
 
@@ -46,11 +44,9 @@ TEST_F(AssistanceTest, EveryControlHasANameToBeReadOut) {
     EXPECT_GE(ExpectNames(*Help()), 13) << "lists, boxes and page, and the buttons";
     List().OpenFilter();
     EXPECT_GE(ExpectNames(*form), 14) << "ten buttons, the panes, the filter and the bar";
-    QTimer::singleShot(0, form.get(), [] {
-        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(dialog, nullptr);
-        EXPECT_EQ(ExpectNames(*dialog), 6) << "the folder, three buttons, two bars";
-        dialog->reject();
+    const NextDialog import([](QDialog& dialog) {
+        EXPECT_EQ(ExpectNames(dialog), 6) << "the folder, three buttons, two bars";
+        dialog.reject();
     });
     Action("mnuImport").trigger();
 }

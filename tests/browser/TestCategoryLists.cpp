@@ -3,8 +3,8 @@
 #include "browser/ListFiller.h"
 #include "browser/ListModel.h"
 #include "import/Schema.h"
-#include "platform/errors.h"
 #include "tests/browser/InventorySample.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -20,9 +20,7 @@ constexpr std::int16_t kCurrent = 1;
 /// Keeps what it is given as text.
 class RecordingSink final : public ListSink {
 public:
-    void AddColumn(std::string_view caption, int width) override {
-        columns.push_back(std::string(caption) + " " + std::to_string(width));
-    }
+    void AddColumn(std::string_view caption, int /*width*/) override { columns.emplace_back(caption); }
     void AddRow(std::string_view key, std::string_view text, Image icon) override {
         keys.emplace_back(key);
         rows.emplace_back(text);
@@ -45,10 +43,9 @@ public:
 
 class CategoryListsTest : public testing::Test {
 protected:
-    CategoryListsTest() : connection(std::make_shared<ADODB::Connection>()) {
+    CategoryListsTest() {
         CreateDatabase(folder.Path("a.mdb"));
-        connection->ConnectionString("DBQ=" + folder.Path("a.mdb") + ";USR=Admin;");
-        connection->Open();
+        connection = OpenDatabase(folder.Path("a.mdb"));
         RunSQL(*connection, kInventorySample);
     }
 
@@ -63,13 +60,8 @@ protected:
 
     /// Fills `sink` and returns the number of the error that stops it.
     template <class Definition>
-    int ErrorOf(RecordingSink& sink, const Definition& list, const std::string& machine = {}) {
-        try {
-            ListFiller(sink, connection, recordset).Fill(list, machine, kCurrent);
-        } catch (const RunTimeError& error) {
-            return error.number;
-        }
-        return 0;
+    int FailureOf(RecordingSink& sink, const Definition& list, const std::string& machine = {}) {
+        return ErrorOf([&] { ListFiller(sink, connection, recordset).Fill(list, machine, kCurrent); });
     }
 
     TemporaryFolder folder;
@@ -152,79 +144,24 @@ TEST_F(CategoryListsTest, ListMachinesAndItems) {
         {Lists::kSoftware, "pc1", Image::PC_UNINSTALL, "Paint;paint.exe / New MS Office;",
          "Microsoft Office 97|x;", " / "},
     };
+    Strings columnsBefore;
     for (const ColumnsCase& c : cases) {
         const RecordingSink list = Filled(c.list, c.machine);
         EXPECT_EQ(Joined(list.rows), c.rows);
+        EXPECT_EQ(std::count(list.rows.front().begin(), list.rows.front().end(), ';') + 1,
+                  std::ssize(list.columns))
+            << "a caption for each cell: " << c.rows;
+        Strings columns = list.columns;
+        if (*c.machine != '\0') {
+            columns.insert(columns.begin(), columnsBefore.at(0));
+            EXPECT_EQ(columns, columnsBefore) << "those of all, but for the machine's name: " << c.rows;
+        }
+        columnsBefore = columns;
         EXPECT_EQ(Joined(list.keys), c.keys) << c.rows;
         EXPECT_THAT(list.icons, testing::Each(c.icon)) << c.rows;
         const RecordingSink original = Filled(c.list, c.machine, kOriginal);
         ASSERT_EQ(original.rows.size(), 1U) << c.rows;
         EXPECT_THAT(original.rows.front(), testing::StartsWith(c.originalBegins));
-    }
-}
-
-// Captions and widths in twips. Those of one machine lack the column with its name.
-TEST_F(CategoryListsTest, HaveTheirColumns) {
-    struct {
-        const ColumnList& ofAll;
-        const ColumnList* ofOne;
-        const char* columns;
-    } cases[] = {
-        {Lists::kProcessorsOfAll, nullptr,
-         "Computer name 1500 / CPU Name(API) 1500 / CPU's 750 / Active CPU 750 / CPU Vendor 1500 / CPU "
-         "Name(Reg) 1500 / "
-         "CPU MMX(Reg) 1500 / CPU Speed (Reg/NT) 750 / CPU Name(DLL) 1500 / CPU Speed(DLL) 750 / CPU FPU 750 "
-         "/ "
-         "CPU MMX 750 / RAM 750 / Free RAM 750 / Page Memory 750 / Free Page Memory 750 / Virtual Memory 750 "
-         "/ "
-         "Free Virtual Memory 750 / Screen Res. 750 / Screen Mode 1500 / Screens 750 / WAV Devices 750 / "
-         "MIDI Devices 750 / Joysticks Drivers 750 / Joysticks Connected 750"},
-        {Lists::kDevicesOfAll, &Lists::kDevices,
-         "Computer Name 1500 / Category 1500 / Problem 750 / Name 1500 / Driver Date 750 / I/O 750 / IRQ 750 "
-         "/ DMA 750 / "
-         "Memory 750 / Extra Info 750"},
-        {Lists::kDisplaysOfAll, &Lists::kDisplays,
-         "Computer Name 2500 / Device Name 2500 / Video Memory 1500 / DAC Type 1500"},
-        {Lists::kMotherboardsOfAll, nullptr,
-         "Computer Name 1500 / BIOS Name 1500 / BIOS Date 750 / BIOS Version 1500 / BUS Type 1500 / "
-         "Motherboard CPU Type 1500 / Machine Type 1500 / Model Number 1500"},
-        {Lists::kNetworkOfAll, &Lists::kNetwork,
-         "Computer Name 1500 / Device Name 1500 / Protocol Name 1500 / IP Address 1500 / Subnet Mask 1500 / "
-         "Default Gateway 1500 / WINS Server 1 1500 / WINS Server 2 1500 / Client 1 1500 / Client 2 1500"},
-        {Lists::kDrivesOfAll, nullptr,
-         "Computer Name 1500 / Removable Drives 750 / Fixed/Partitions 750 / CD-ROM Drives 750 / RAM Drives "
-         "750 / "
-         "Network Drives 750 / Drive letters 1500"},
-        {Lists::kDriveDetailOfAll, &Lists::kDriveDetail,
-         "Computer Name 1500 / Root Letter 1500 / Description 1500 / File System 750 / Total Size 750 / "
-         "Free Space 750 / Drive Label 750 / Serial Number 750 / Drive mapping 1500 / Connected As 1500"},
-        {Lists::kInputOfAll, nullptr,
-         "Computer Name 1500 / Keyboard 1500 / Keyb Delay 750 / Keyb Repeat 750 / Function Keys 750 / Mouse "
-         "1500 / "
-         "Mouse Buttons 750 / Wheel? 750 / Double-Click 750"},
-        {Lists::kOfficeOfAll, nullptr,
-         "Computer Name 1500 / Microsoft Office Version 1500 / Microsoft Access 1500 / Microsoft Excel 1500 "
-         "/ "
-         "Microsoft Outlook 1500 / Microsoft Power Point 1500 / Microsoft Word 1500"},
-        {Lists::kODBCOfAll, &Lists::kODBC,
-         "Computer Name 1500 / Driver Name 2500 / Driver Path 2500 / Driver Version 1500"},
-        {Lists::kSystemsOfAll, nullptr,
-         "Computer Name 1500 / OS Version 750 / OS Build 750 / OS Booted 1500 / Debug? 750 / Slow PC? 750 / "
-         "OS Name(API) 1500 / Daylight Time 1500 / Standard Time 1500 / OS Name(Reg) 1500 / OS ID 1500 / OS "
-         "Key 1500 / "
-         "Registered? 750 / Owner 1500 / Company 1500 / Plus features 1500 / Service Pack 1500"},
-        {Lists::kPrintersOfAll, &Lists::kPrinters,
-         "Computer Name 1500 / Local/Remote 750 / Printer Name 1500 / Printer Driver Name 1500 / Printer "
-         "Port 1500"},
-        {Lists::kSoftwareOfAll, &Lists::kSoftware,
-         "Computer Name 1500 / Program Name 2500 / Uninstall String 5000"},
-    };
-    for (const auto& c : cases) {
-        const std::string columns = c.columns;
-        EXPECT_EQ(Joined(Filled(c.ofAll).columns), columns);
-        if (c.ofOne != nullptr) {
-            EXPECT_EQ(Joined(Filled(*c.ofOne, "PC1").columns), columns.substr(columns.find('/') + 2));
-        }
     }
 }
 
@@ -247,15 +184,6 @@ TEST_F(CategoryListsTest, DescribeOneMachine) {
          "Current Information File Date;n/a / Current Information File Time;n/a / "
          "Personal Information File Date;0000-20-01 / Personal Information File Time;",
          "Computer Name;PC1"},
-        {Lists::kMachine, "PC2", Image::None,
-         "Computer Name;PC2 / Logon User Name;n/a / Last Logon Date;n/a / Last Logon Time;n/a / "
-         "Network Card Mac Address;n/a / Original Config Date;n/a / Original Config Time;n/a / "
-         "Current Information File Date;n/a / Current Information File Time;n/a / "
-         "Personal Information File Date;n/a / Personal Information File Time;n/a / User Name;p1 / "
-         "User Surname;p2 / User ID Number;p3 / User Employee Number;p4 / User Home Telephone;p5 / "
-         "User Home Address;p6 / User Work Building Name;p7 / User Work Floor;p8 / User Office;p9 / "
-         "User Work Telephone;p10 / Computer Asset Number;n/a",
-         nullptr},
         {Lists::kProcessor, "PC1", Image::PC_CPU,
          "CPU Name from Windows API;pc2 / Number of CPU's on System;2 / Current Active CPU;1 / "
          "CPU Vendor from Registry;pc5 / CPU Name from Registry;pc6 / CPU MMX Identifier from Registry;pc7 / "
@@ -285,11 +213,6 @@ TEST_F(CategoryListsTest, DescribeOneMachine) {
          "Microsoft Office Version;Microsoft Office 97x / Microsoft Access;ab / Microsoft Excel; / "
          "Microsoft Outlook;ms4 / Microsoft Power Point; / Microsoft Word;ms6",
          "Microsoft Access;old"},
-        {Lists::kOffice, "PC2", Image::PC_OFFICE,
-         "Microsoft Office Version; / Microsoft Access;Not Installed / Microsoft Excel;Not Installed / "
-         "Microsoft Outlook;Not Installed / Microsoft Power Point;Not Installed / Microsoft Word;Not "
-         "Installed",
-         nullptr},
         {Lists::kSystem, "PC1", Image::PC_OS,
          "Operating System Version;os2 / Operating System Build;os3 / Operating System Booted;os4 / "
          "Debug Version;No / Slow PC?;Yes / OS Name from API;os7 / Daylight Time;os8 / Standard Time;os9 / "
@@ -302,13 +225,18 @@ TEST_F(CategoryListsTest, DescribeOneMachine) {
         EXPECT_EQ(Joined(list.rows), c.rows);
         EXPECT_THAT(list.icons, testing::Each(c.icon)) << c.rows;
         EXPECT_THAT(list.keys, testing::Each("")) << "a value leads nowhere";
-        EXPECT_EQ(list.columns, (Strings{"Description 3000", "Value 3000"}));
-        if (c.original == nullptr)
-            continue;
+        EXPECT_EQ(list.columns, (Strings{"Description", "Value"}));
         const RecordingSink original = Filled(c.list, c.machine, kOriginal);
         EXPECT_EQ(original.rows.size(), list.rows.size()) << c.original;
         EXPECT_THAT(original.rows, testing::Contains(c.original));
     }
+    EXPECT_THAT(Joined(Filled(Lists::kMachine, "PC2").rows),
+                testing::EndsWith("Personal Information File Time;n/a / User Name;p1 / User Surname;p2 / "
+                                  "User ID Number;p3 / User Employee Number;p4 / User Home Telephone;p5 / "
+                                  "User Home Address;p6 / User Work Building Name;p7 / User Work Floor;p8 / "
+                                  "User Office;p9 / User Work Telephone;p10 / Computer Asset Number;n/a"));
+    EXPECT_THAT(Joined(Filled(Lists::kOffice, "PC2").rows),
+                testing::StartsWith("Microsoft Office Version; / Microsoft Access;Not Installed / "));
 }
 
 TEST_F(CategoryListsTest, AreEmptyForAMachineThatIsNot) {
@@ -334,7 +262,7 @@ TEST_F(CategoryListsTest, AHundredThousandRowsAreNoneTheWorse) {
     const RecordingSink few = Filled(Lists::kDriveDetailOfAll);
     ASSERT_EQ(few.rows.size(), 3U);
     constexpr std::size_t kCopies = 33333;
-    RunSQL(*connection, ManyDrives(kCopies).c_str());
+    RunSQL(*connection, ManyDrives(kCopies));
     ListModel many;
     ListFiller(many, connection, recordset).Fill(Lists::kDriveDetailOfAll, {}, kCurrent);
     many.Publish();
@@ -351,28 +279,18 @@ TEST_F(CategoryListsTest, AHundredThousandRowsAreNoneTheWorse) {
         ASSERT_EQ(cells, few.rows[row % 3]) << row;
         ASSERT_EQ(many.Icon(row), Image::PC_DRIVE);
     }
-
-    // A size that is missing half-way down ends the list there.
-    RunSQL(*connection, "UPDATE DrivesData SET \"Drive Size\" = NULL WHERE rowid = 50000");
-    ListModel half;
-    EXPECT_THROW(ListFiller(half, connection, recordset).Fill(Lists::kDriveDetailOfAll, {}, kCurrent),
-                 RunTimeError);
-    ASSERT_EQ(half.Rows(), 49999U) << "the original configuration's row is not among them";
-    for (std::size_t row = 0; row + 1 < half.Rows(); row += 997)
-        ASSERT_EQ(half.Text(row, 1), many.Text(row, 1)) << row;
-    EXPECT_EQ(half.Text(49998, 4), "") << "the cells before the missing one";
 }
 
 TEST_F(CategoryListsTest, AFailureLeavesWhatCameBeforeIt) {
     RunSQL(*connection, "UPDATE DrivesData SET \"Drive Free\" = NULL WHERE \"Drive Root\" = 'A:'");
     RecordingSink drives;
-    EXPECT_EQ(ErrorOf(drives, Lists::kDriveDetailOfAll), Errors::kInvalidNull);
+    EXPECT_EQ(FailureOf(drives, Lists::kDriveDetailOfAll), Errors::kInvalidNull);
     EXPECT_EQ(drives.rows, (Strings{"PC1;C:;Fixed;FAT;1536Mb;0Mb;lab;ser;map;user", "PC1;A:;n/a;n/a;"}));
     EXPECT_TRUE(recordset->IsOpen()) << "until the next list";
 
     RunSQL(*connection, "UPDATE PC SET PAGE = NULL");
     RecordingSink processor;
-    EXPECT_EQ(ErrorOf(processor, Lists::kProcessor, "PC1"), Errors::kInvalidNull);
+    EXPECT_EQ(FailureOf(processor, Lists::kProcessor, "PC1"), Errors::kInvalidNull);
     EXPECT_EQ(processor.rows.size(), 14U);
     EXPECT_EQ(processor.rows.back(), "Total Page Memory") << "described before it is looked at";
     EXPECT_EQ(Filled(Lists::kSoftwareOfAll).rows.size(), 3U) << "the next list is whole";
@@ -380,18 +298,13 @@ TEST_F(CategoryListsTest, AFailureLeavesWhatCameBeforeIt) {
 
 TEST_F(CategoryListsTest, ANameThatBreaksItsStatementShowsNothing) {
     const std::string name = "x' OR '1'='1";
-    for (const ColumnList* list :
-         {&Lists::kDevices, &Lists::kNetwork, &Lists::kSoftware, &Lists::kPrinters}) {
-        RecordingSink sink;
-        EXPECT_LT(ErrorOf(sink, *list, name), 0);
-        EXPECT_TRUE(sink.rows.empty());
-        EXPECT_FALSE(sink.columns.empty());
-    }
-    for (const ValueList* list : {&Lists::kMachine, &Lists::kOffice, &Lists::kSystem, &Lists::kMotherboard}) {
-        RecordingSink sink;
-        EXPECT_LT(ErrorOf(sink, *list, name), 0);
-        EXPECT_TRUE(sink.rows.empty());
-    }
+    RecordingSink devices;
+    EXPECT_LT(FailureOf(devices, Lists::kDevices, name), 0);
+    EXPECT_TRUE(devices.rows.empty());
+    EXPECT_FALSE(devices.columns.empty());
+    RecordingSink office;
+    EXPECT_LT(FailureOf(office, Lists::kOffice, name), 0);
+    EXPECT_TRUE(office.rows.empty());
 }
 
 // Such as another program has written: the positions stand for the same values, whatever their columns are

@@ -3,10 +3,8 @@
 // long work that tells how far it has come.
 #include "browser/FontScale.h"
 #include "browser/ListView.h"
-#include "browser/RowOrder.h"
 #include "browser/frmAbout.h"
 #include "core/ElidedLabel.h"
-#include "platform/text.h"
 #include "tests/browser/HelpTest.h"
 
 #include <QClipboard>
@@ -19,7 +17,6 @@
 #include <QToolTip>
 
 #include <functional>
-#include <numeric>
 #include <set>
 
 namespace {
@@ -33,10 +30,6 @@ protected:
         Click("ALL");
     }
     QHeaderView& Header() const { return *List().findChild<QHeaderView*>(); }
-    QAbstractItemView& View() const { return List().CurrentView(); }
-    static void Key(int key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
-    }
     void Enlarge(double times) const {
         QFont font = form->font();
         font.setPointSizeF(font.pointSizeF() * times);
@@ -80,11 +73,11 @@ TEST_F(ComfortTest, TheFirstSplitShowsEveryCategoryWhole) {
         EXPECT_EQ(tree.horizontalScrollBar()->maximum(), 0) << "times " << times;
     }
     const int whole = tree.width();
-    Key(Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
+    Press(Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
     EXPECT_EQ(tree.width(), whole - 20) << "300 twips";
     Enlarge(0.5);
     EXPECT_EQ(tree.width(), whole - 20) << "a split that was moved stays";
-    Key(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+    Press(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
     EXPECT_EQ(tree.width(), whole);
 }
 
@@ -92,27 +85,27 @@ TEST_F(ComfortTest, TheKeyboardSetsTheWidthOfTheColumnItStandsIn) {
     Open();
     View().setFocus();
     View().setCurrentIndex(View().model()->index(1, 0));
-    Key(Qt::Key_Right);
-    Key(Qt::Key_Right);
-    Key(Qt::Key_Left);
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Left);
     EXPECT_EQ(View().currentIndex().column(), 1);
     EXPECT_TRUE(List().IsSelected(1)) << "the row stays selected";
     const int other = Header().sectionSize(0);
     const int before = Header().sectionSize(1);
-    Key(Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier);
+    Press(Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier);
     const int wider = Header().sectionSize(1);
     EXPECT_GT(wider, before);
-    Key(Qt::Key_Equal, Qt::ControlModifier);
-    Key(Qt::Key_Minus, Qt::ControlModifier);
+    Press(Qt::Key_Equal, Qt::ControlModifier);
+    Press(Qt::Key_Minus, Qt::ControlModifier);
     EXPECT_EQ(Header().sectionSize(1), wider);
     for (int i = 0; i < 100; ++i)
-        Key(Qt::Key_Minus, Qt::ControlModifier);
+        Press(Qt::Key_Minus, Qt::ControlModifier);
     EXPECT_GT(Header().sectionSize(1), 0) << "never out of sight";
-    Key(Qt::Key_Asterisk, Qt::ControlModifier);
+    Press(Qt::Key_Asterisk, Qt::ControlModifier);
     EXPECT_GE(Header().sectionSize(1), View().fontMetrics().horizontalAdvance("20240315"));
     EXPECT_EQ(Header().sectionSize(0), other);
     Action("ViewList").trigger();
-    Key(Qt::Key_Up);
+    Press(Qt::Key_Up);
     EXPECT_TRUE(List().IsSelected(0)) << "among icons, which have one column, the keys go on from that row";
 }
 
@@ -121,13 +114,13 @@ TEST_F(ComfortTest, TheRowThatAFilterFoundIsCurrentAmongAll) {
     FillLong();
     List().SortBy(0);
     View().setFocus();
-    Key(Qt::Key_F, Qt::ControlModifier);
+    Press(Qt::Key_F, Qt::ControlModifier);
     QTest::keyClicks(QApplication::focusWidget(), "29999");
     ASSERT_EQ(List().Items().Rows(), 13U);
-    Key(Qt::Key_Return);
-    Key(Qt::Key_Down);
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Down);
     const std::string found(List().Items().Text(1, 0));
-    Key(Qt::Key_Escape);
+    Press(Qt::Key_Escape);
     ASSERT_EQ(List().Items().Rows(), static_cast<std::size_t>(kManyRows));
     EXPECT_EQ(List().Items().Text(static_cast<std::size_t>(List().SelectedItem()), 0), found);
     EXPECT_TRUE(List().IsSelected(static_cast<std::size_t>(List().SelectedItem())));
@@ -168,32 +161,6 @@ TEST_F(ComfortTest, LongWorkOnAListMovesTheBarAndHoldsInputBack) {
     EXPECT_TRUE(hasMoved) << "one of them takes long on any machine";
     EXPECT_EQ(QGuiApplication::clipboard()->text().count('\n'), kManyRows + 1);
     QGuiApplication::clipboard()->clear();
-}
-
-TEST(RowsInOrder, SortsAListThatIsDealtOutAsAnyOther) {
-    ListRows rows;
-    constexpr std::uint32_t kRows = 100000;
-    for (std::uint32_t row = 0; row < kRows; ++row)
-        rows.Add("", (row % 3 == 0 ? "Same beginning " : "") + std::to_string((row * 7919) % 5000),
-                 Image::None);
-    std::size_t last = 0;
-    bool isForward = true;
-    for (const bool isDescending : {false, true}) {
-        last = 0;
-        const std::vector<std::uint32_t> order =
-            RowsInOrder(rows, 0, isDescending, [&](std::size_t done, std::size_t all) {
-                isForward = isForward && done >= last && done <= all;
-                last = done;
-            });
-        std::vector<std::uint32_t> expected(kRows);
-        std::iota(expected.begin(), expected.end(), 0U);
-        std::stable_sort(expected.begin(), expected.end(), [&](std::uint32_t a, std::uint32_t b) {
-            return isDescending ? LessNoCase(rows.Text(b, 0), rows.Text(a, 0))
-                                : LessNoCase(rows.Text(a, 0), rows.Text(b, 0));
-        });
-        EXPECT_EQ(order, expected) << isDescending;
-    }
-    EXPECT_TRUE(isForward) << "a bar never goes back";
 }
 
 TEST(ListModel, AFilterThatLeavesAllRowsCostsNoMemory) {
@@ -277,12 +244,11 @@ TEST_F(DialogHelpTest, F1OpensThePageOfTheDialogBesideIt) {
 
 TEST_F(DialogHelpTest, TheImportDialogHasItsPage) {
     LoadWithHelp();
-    QTimer::singleShot(0, form.get(), [&] {
-        auto* const dialog = QApplication::activeModalWidget();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == dialog; }));
+    const NextDialog import([](QDialog& dialog) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &dialog; }));
         Press(Qt::Key_F1);
         EXPECT_EQ(Shown(), "import.html#window");
-        dialog->close();
+        dialog.close();
     });
     Action("mnuImport").trigger();
 }

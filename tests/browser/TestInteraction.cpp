@@ -44,21 +44,14 @@ protected:
         }
     }
 
-    QAbstractItemView& View() const { return List().CurrentView(); }
-    QPoint PlaceOf(int row, int column = 0) const {
-        return View().visualRect(View().model()->index(row, column)).center();
-    }
     void DoubleClick(int row) const {
-        QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, PlaceOf(row));
+        ClickRow(row);
         QTest::mouseDClick(View().viewport(), Qt::LeftButton, {}, PlaceOf(row));
     }
     void ClickHeader(int column) const {
         auto& header = *List().findChild<QHeaderView*>();
         const QPoint place(header.sectionViewportPosition(column) + 10, header.height() / 2);
         QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, place);
-    }
-    void Key(int key, Qt::KeyboardModifiers modifiers = {}) const {
-        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
     }
     std::string SelectedNode() const {
         const QModelIndexList selected = Find<QTreeView>("tvTreeView").selectionModel()->selectedIndexes();
@@ -78,7 +71,6 @@ protected:
         QToolTip::hideText();
         return tip;
     }
-    static std::string Clipboard() { return QGuiApplication::clipboard()->text().toStdString(); }
 };
 
 TEST_F(InteractionTest, ADoubleClickOrEnterGoesToTheRowsNode) {
@@ -93,7 +85,7 @@ TEST_F(InteractionTest, ADoubleClickOrEnterGoesToTheRowsNode) {
         Action(isLarge ? "ViewLarge" : "ViewDetails").trigger();
         View().setFocus();
         View().setCurrentIndex(View().model()->index(1, 0));
-        Key(isLarge ? Qt::Key_Enter : Qt::Key_Return);
+        Press(isLarge ? Qt::Key_Enter : Qt::Key_Return);
         EXPECT_EQ(SelectedNode(), "PC2?UNI") << isLarge;
     }
 }
@@ -137,13 +129,13 @@ TEST_F(InteractionTest, AClickOnACaptionSortsAndASecondOneTurnsTheOrderRound) {
     EXPECT_EQ(List().SortOrder(), Qt::DescendingOrder) << "at first the first column counts as clicked once";
 
     View().setFocus();
-    Key(Qt::Key_2, Qt::ControlModifier);
+    Press(Qt::Key_2, Qt::ControlModifier);
     EXPECT_EQ(FirstColumn(), (Strings{"PC2", "Ada", "PC1"})) << "the second column by its digit";
-    Key(Qt::Key_Right, Qt::ControlModifier);
+    Press(Qt::Key_Right, Qt::ControlModifier);
     EXPECT_EQ(List().SortKey(), 2) << "its neighbour by the arrow";
     for (int i = 0; i < 5; ++i)
-        Key(Qt::Key_Left, Qt::ControlModifier);
-    Key(Qt::Key_9, Qt::ControlModifier);
+        Press(Qt::Key_Left, Qt::ControlModifier);
+    Press(Qt::Key_9, Qt::ControlModifier);
     EXPECT_EQ(List().SortKey(), 0) << "and there it ends; there is no ninth column";
 }
 
@@ -158,9 +150,9 @@ TEST_F(InteractionTest, CopiesTheSelectedRowsOrAll) {
     Action("mnuPopCopy").trigger();
     EXPECT_EQ(Clipboard(), heading + first + second + third) << "an empty last cell keeps its tab";
     View().setFocus();
-    QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, PlaceOf(2));
+    ClickRow(2);
     QTest::mouseClick(View().viewport(), Qt::LeftButton, Qt::ControlModifier, PlaceOf(0));
-    Key(Qt::Key_C, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(Clipboard(), heading + first + third) << "in the list's order, not in that of the clicks";
     ClickHeader(1);
     Action("mnuPopRCopy").trigger();
@@ -206,7 +198,7 @@ TEST_F(InteractionTest, ThePopUpMenusOpenByKeyboard) {
     for (const auto& c : cases) {
         auto& menu = Find<QMenu>(c.menu);
         c.pane.setFocus();
-        Key(Qt::Key_F10, Qt::ShiftModifier);
+        Press(Qt::Key_F10, Qt::ShiftModifier);
         EXPECT_TRUE(menu.isVisible()) << c.menu;
         EXPECT_TRUE(form->frameGeometry().contains(menu.pos())) << c.menu;
         menu.hide();
@@ -229,16 +221,16 @@ TEST_F(InteractionTest, PingIsOfferedForTheSelectedNetworkCard) {
         }
         menu.hide();
     };
-    QTest::mouseClick(View().viewport(), Qt::RightButton, {}, PlaceOf(0));
+    ClickRow(0, Qt::RightButton);
     expectPing(true, true, "the card under the pointer is selected");
     View().clearSelection();
     View().setFocus();
-    Key(Qt::Key_F10, Qt::ShiftModifier);
+    Press(Qt::Key_F10, Qt::ShiftModifier);
     expectPing(true, false, "the row has the focus but is not selected");
     for (const char* node : {"MAIN", "ALL", "ALL?CPU", "PC1?MAIN", "PC1?DEV"}) {
         Click(node);
         Fill({"PC1"});
-        QTest::mouseClick(View().viewport(), Qt::RightButton, {}, PlaceOf(0));
+        ClickRow(0, Qt::RightButton);
         expectPing(false, false, node);
     }
 }
@@ -260,7 +252,7 @@ TEST_F(InteractionTest, TheFilterLeavesTheRowsThatHoldItsText) {
     View().setFocus();
     const auto& line = Find<QWidget>("filterLine");
     EXPECT_FALSE(line.isVisible());
-    Key(Qt::Key_F, Qt::ControlModifier);
+    Press(Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(line.isVisible());
     EXPECT_EQ(QApplication::focusWidget(), &Find<QLineEdit>("txtFilter"));
     EXPECT_EQ(Find<QLabel>("lblFilterCount").text(), "3 of 3 rows");
@@ -271,14 +263,14 @@ TEST_F(InteractionTest, TheFilterLeavesTheRowsThatHoldItsText) {
     EXPECT_EQ(Clipboard().find("Ada"), std::string::npos) << "what is filtered out is not in the list";
     QTest::keyClicks(QApplication::focusWidget(), "1");
     EXPECT_EQ(FirstColumn(), (Strings{"PC1"}));
-    Key(Qt::Key_Return);
+    Press(Qt::Key_Return);
     EXPECT_EQ(QApplication::focusWidget(), &View()) << "Enter goes on to the rows";
     EXPECT_TRUE(List().IsSelected(0));
-    Key(Qt::Key_Escape);
+    Press(Qt::Key_Escape);
     EXPECT_FALSE(line.isVisible());
     EXPECT_EQ(FirstColumn(), (Strings{"PC1", "PC2", "Ada"}));
 
-    Key(Qt::Key_F, Qt::ControlModifier);
+    Press(Qt::Key_F, Qt::ControlModifier);
     QTest::keyClicks(QApplication::focusWidget(), "Ada");
     Click("PC1?MAIN");
     Click("ALL");

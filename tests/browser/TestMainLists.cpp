@@ -4,25 +4,17 @@
 #include "browser/TreeModel.h"
 #include "core/Globals.h"
 #include "platform/errors.h"
-#include "tests/browser/InventorySample.h"
 #include "tests/browser/MainWindowTest.h"
+#include "tests/support/Database.h"
 
 #include <QProgressBar>
 
 namespace {
 
-class MainListsTest : public MainWindowTest {
-protected:
-    void Open(const std::vector<MachineRow>& others = {}) {
-        MakeDatabase(others);
-        LoadAndShow();
-        RunSQL(*gConnection, kInventorySample);
-        form->OpenSinDatabase();
-    }
-};
+using MainListsTest = MainWindowTest;
 
 TEST_F(MainListsTest, EveryNodeBringsItsList) {
-    Open();
+    OpenSample();
     struct {
         const char* key;
         const char* lastCaption;
@@ -70,7 +62,7 @@ TEST_F(MainListsTest, EveryNodeBringsItsList) {
 }
 
 TEST_F(MainListsTest, TheTipOfAProcessorNamesItsMachineWhateverTheColumn) {
-    Open();
+    OpenSample();
     Click("ALL?CPU");
     EXPECT_EQ(List().Items().index(1, 3).data(Qt::ToolTipRole).toString(), "PC2");
     Action("mnuConfig(0)").trigger();
@@ -81,7 +73,7 @@ TEST_F(MainListsTest, TheTipOfAProcessorNamesItsMachineWhateverTheColumn) {
 }
 
 TEST_F(MainListsTest, AFailureShowsItsBoxOverTheRowsSoFar) {
-    Open({{"O'Neill", std::nullopt, std::nullopt}});
+    OpenSample({{"O'Neill", std::nullopt, std::nullopt}});
     RunSQL(*gConnection, "UPDATE DrivesData SET \"Drive Size\" = NULL WHERE \"Drive Root\" = 'D:'");
     std::vector<std::string> rows;
     prompts.Expect(Box("Error#94", "Invalid use of Null", MsgBoxStyle::kCritical), [&] {
@@ -104,7 +96,7 @@ TEST_F(MainListsTest, AFailureShowsItsBoxOverTheRowsSoFar) {
 }
 
 TEST_F(MainListsTest, OtherFailuresHaveTheirBoxesToo) {
-    Open();
+    OpenSample();
     RunSQL(*gConnection,
            "ALTER TABLE OS RENAME TO Former; CREATE TABLE OS AS SELECT * FROM Former WHERE ConfID = 1;"
            "INSERT INTO OS SELECT * FROM Former");

@@ -10,6 +10,8 @@
 #include "tests/browser/MainWindowTest.h"
 #include "tests/support/FakeForm.h"
 
+#include <sqlite3.h>
+
 #include <filesystem>
 
 namespace {
@@ -20,14 +22,37 @@ constexpr int kTells = 32;
 
 using Strings = std::vector<std::string>;
 
+Question DeleteOne(const std::string& machine) {
+    return Box("Delete Selected Machine?",
+               "You are about to DELETE Machine " + machine + " from the database! Continue?", kDestroys);
+}
+Question RemoveOne(const std::string& machine) {
+    return Box(
+        "Remove Selected Machine Completely?",
+        "You are about to REMOVE Machine " + machine + " Completely! Are you sure you want to continue?",
+        kDestroys);
+}
+const Question kDeleteAll =
+    Box("Delete MACHINES!!", "Are you sure you want to DELETE ALL MACHINES from the database?", kDestroys);
+const Question kRemoveAll =
+    Box("Remove MACHINES Completely!",
+        "Are you sure you want to REMOVE ALL MACHINES COMPLETELY? This is not reversible!", kDestroys);
+const Question kDeleteSome =
+    Box("Delete Selected Machines?", "You are about to DELETE the selected machines! Continue?", kDestroys);
+const Question kRemoveSome =
+    Box("Remove Selected Machines Completely?",
+        "You are about to DELETE all the Selected Machines COMPLETELY ! This is not reversable are you "
+        "sure you want to continue?",
+        kDestroys);
+const Question kMarked = Box("Marked Ok", "Machines marked successfully !", kTells);
+const Question kUnmarked = Box("Unmarked Ok", "Machines unmarked successfully !", kTells);
+
 class MaintenanceTest : public testing::Test {
 protected:
     MaintenanceTest() {
         const std::string path = folder.Path("Demodb.mdb");
         CreateDatabase(path);
-        gConnection = std::make_shared<ADODB::Connection>();
-        gConnection->ConnectionString("DBQ=" + path + ";USR=Admin;");
-        gConnection->Open();
+        gConnection = OpenDatabase(path);
         RunSQL(*gConnection, kInventorySample);
         RunSQL(*gConnection, "INSERT INTO Net (COMPUTERNAME) VALUES ('PC3'), ('O''Hara')");
         folder.WriteFile("INF/readme.txt", "");
@@ -40,20 +65,14 @@ protected:
     }
 
     static std::string Machines() {
-        std::string names;
-        ADODB::Recordset rows;
-        for (rows.Open("SELECT * FROM Net", gConnection); !rows.EndOfFile(); rows.MoveNext())
-            names += std::string(rows.Fields().Item(std::size_t{0}).Text()) + " ";
-        return names;
+        return RowsOf(*gConnection, "SELECT COMPUTERNAME FROM Net ORDER BY rowid");
     }
     /// Rows of the tables that hang on machines.
     static int DependentRows() {
         int count = 0;
-        for (const TableDefinition& table : InventoryTables()) {
-            ADODB::Recordset rows;
-            rows.Open(table.name, gConnection);
-            count += table.parent == Parent::None ? 0 : rows.RecordCount();
-        }
+        for (const TableDefinition& table : InventoryTables())
+            if (table.parent != Parent::None)
+                count += std::stoi(RowsOf(*gConnection, "SELECT COUNT(*) FROM " + std::string(table.name)));
         return count;
     }
     void WriteFiles(const Strings& names) const {
@@ -62,16 +81,10 @@ protected:
     }
     /// The inventory folder's files, in order; empty ones in brackets.
     std::string Files() const {
-        Strings names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.Path("INF"))) {
-            const std::string name = entry.path().filename();
-            if (name != "readme.txt")
-                names.push_back(entry.file_size() == 0 ? "(" + name + ")" : name);
-        }
-        std::sort(names.begin(), names.end());
         std::string text;
-        for (const std::string& name : names)
-            text += name + " ";
+        for (const std::string& name : folder.Names("INF"))
+            if (name != "readme.txt")
+                text += folder.ReadFile("INF/" + name).empty() ? "(" + name + ") " : name + " ";
         return text;
     }
     void Select(const Strings& names) {
@@ -92,45 +105,23 @@ TEST_F(MaintenanceTest, EachCommandReadsTheNodeItsOwnWay) {
     using Command = void (*)(MachineMaintenance&);
     const Command erase = [](MachineMaintenance& on) { on.mnuFileDelete(); };
     const Command remove = [](MachineMaintenance& on) { on.mnuFileRemoveComp(); };
-    const auto one = [](const std::string& name) {
-        return Box("Delete Selected Machine?",
-                   "You are about to DELETE Machine " + name + " from the database! Continue?", kDestroys);
-    };
-    const auto oneWhole = [](const std::string& name) {
-        return Box(
-            "Remove Selected Machine Completely?",
-            "You are about to REMOVE Machine " + name + " Completely! Are you sure you want to continue?",
-            kDestroys);
-    };
-    const Question all = Box("Delete MACHINES!!",
-                             "Are you sure you want to DELETE ALL MACHINES from the database?", kDestroys);
-    const Question allWhole =
-        Box("Remove MACHINES Completely!",
-            "Are you sure you want to REMOVE ALL MACHINES COMPLETELY? This is not reversible!", kDestroys);
-    const Question some = Box("Delete Selected Machines?",
-                              "You are about to DELETE the selected machines! Continue?", kDestroys);
-    const Question someWhole =
-        Box("Remove Selected Machines Completely?",
-            "You are about to DELETE all the Selected Machines COMPLETELY ! This is not reversable are you "
-            "sure you want to continue?",
-            kDestroys);
     const struct {
         Command command;
         const char* node;
         bool isSelected;
         Question question;
     } cases[] = {
-        {erase, "PC1?MAIN", false, one("PC1")},
-        {erase, "PC1?DEVNET", true, one("PC1")},
-        {erase, "ALL", false, all},
-        {erase, "MAIN", true, some},
-        {erase, "ALL?CPU", true, some},
-        {erase, "ALL?MAIN", false, all},
-        {remove, "PC1?MAIN", true, oneWhole("PC1")},
-        {remove, "PC1?CPU", false, oneWhole("PC1?CPU")},
-        {remove, "ALL?CPU", true, oneWhole("ALL?CPU")},
-        {remove, "ALL", true, someWhole},
-        {remove, "MAIN", false, allWhole},
+        {erase, "PC1?MAIN", false, DeleteOne("PC1")},
+        {erase, "PC1?DEVNET", true, DeleteOne("PC1")},
+        {erase, "ALL", false, kDeleteAll},
+        {erase, "MAIN", true, kDeleteSome},
+        {erase, "ALL?CPU", true, kDeleteSome},
+        {erase, "ALL?MAIN", false, kDeleteAll},
+        {remove, "PC1?MAIN", true, RemoveOne("PC1")},
+        {remove, "PC1?CPU", false, RemoveOne("PC1?CPU")},
+        {remove, "ALL?CPU", true, RemoveOne("ALL?CPU")},
+        {remove, "ALL", true, kRemoveSome},
+        {remove, "MAIN", false, kRemoveAll},
     };
     WriteFiles({"PC1.ORG"});
     for (const auto& c : cases) {
@@ -140,23 +131,27 @@ TEST_F(MaintenanceTest, EachCommandReadsTheNodeItsOwnWay) {
         c.command(maintenance);
     }
     EXPECT_EQ(form.told, "") << "nothing happens on No, nor where the box is closed";
-    EXPECT_EQ(Machines(), "PC1 PC2 PC3 O'Hara ");
+    EXPECT_EQ(Machines(), "PC1\nPC2\nPC3\nO'Hara");
     EXPECT_EQ(Files(), "PC1.ORG ");
 }
 
 TEST_F(MaintenanceTest, DeletesOneMachineWithItsRowsAndKeepsItsFiles) {
     WriteFiles({"PC1.ORG"});
-    const int before = DependentRows();
+    RunSQL(*gConnection, "INSERT INTO Personal (COMPUTERNAME) VALUES ('PC1')");
     form.node = "PC1?CPU";
-    prompts.Expect(
-        Box("Delete Selected Machine?", "You are about to DELETE Machine PC1 from the database! Continue?"),
-        MsgBoxAnswer::Yes);
+    prompts.Expect(DeleteOne("PC1"), MsgBoxAnswer::Yes);
     maintenance.mnuFileDelete();
-    EXPECT_EQ(Machines(), "PC2 PC3 O'Hara ");
-    EXPECT_LT(DependentRows(), before);
-    ADODB::Recordset rows;
-    rows.Open("SELECT * FROM DeviceNetwork", gConnection);
-    EXPECT_EQ(rows.RecordCount(), 1) << "that of the other machine";
+    EXPECT_EQ(Machines(), "PC2\nPC3\nO'Hara");
+    for (const TableDefinition& table : InventoryTables()) {
+        const std::string from = " FROM " + std::string(table.name);
+        if (table.parent == Parent::Machine) {
+            EXPECT_EQ(RowsOf(*gConnection, "SELECT DISTINCT COMPUTERNAME" + from), "PC2") << from;
+        } else if (table.parent == Parent::Device) {
+            EXPECT_EQ(RowsOf(*gConnection, "SELECT *" + from + " WHERE [Device Auto ID] <> 'id2'"), "")
+                << from;
+        }
+    }
+    EXPECT_EQ(RowsOf(*gConnection, "SELECT COUNT(*) FROM DeviceNetwork"), "1") << "the other machine's";
     EXPECT_EQ(Files(), "PC1.ORG ");
     EXPECT_TRUE(WasRefreshed());
 }
@@ -164,39 +159,33 @@ TEST_F(MaintenanceTest, DeletesOneMachineWithItsRowsAndKeepsItsFiles) {
 TEST_F(MaintenanceTest, AFailureKeepsWhatIsDeletedByThen) {
     form.node = "ALL";
     Select({"PC1", "PC1", "PC2", "PC1", "O'Hara", "PC3"});
-    prompts.Expect(
-        Box("Delete Selected Machines?", "You are about to DELETE the selected machines! Continue?"),
-        MsgBoxAnswer::Yes);
+    prompts.Expect(kDeleteSome, MsgBoxAnswer::Yes);
     prompts.Expect(
         Box("Error #-1", "Syntax error in query: an apostrophe or a NUL in the name \"O'Hara\"", 16));
     maintenance.mnuFileDelete();
-    EXPECT_EQ(Machines(), "PC3 O'Hara ");
+    EXPECT_EQ(Machines(), "PC3\nO'Hara");
     EXPECT_EQ(form.told, "hourglass\narrow\n") << "without a refresh";
 }
 
 TEST_F(MaintenanceTest, AllMachinesGoTogetherOrStay) {
     const int before = DependentRows();
-    const Question question =
-        Box("Delete MACHINES!!", "Are you sure you want to DELETE ALL MACHINES from the database?");
     sqlite3_db_config(gConnection->Handle(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 1, nullptr);
     RunSQL(*gConnection,
            "CREATE TRIGGER Locked BEFORE DELETE ON Net WHEN old.COMPUTERNAME = 'PC3' "
            "BEGIN SELECT RAISE(ABORT, 'locked'); END");
     form.node = "MAIN";
-    prompts.Expect(question, MsgBoxAnswer::Yes);
+    prompts.Expect(kDeleteAll, MsgBoxAnswer::Yes);
     prompts.Expect(Box("Error #-1", "locked", 16));
     maintenance.mnuFileDelete();
     EXPECT_EQ(DependentRows(), before);
     EXPECT_FALSE(WasRefreshed());
 
     RunSQL(*gConnection, "DROP TRIGGER Locked");
-    prompts.Expect(question, MsgBoxAnswer::Yes);
+    prompts.Expect(kDeleteAll, MsgBoxAnswer::Yes);
     maintenance.mnuFileDelete();
     EXPECT_EQ(Machines(), "");
     EXPECT_EQ(DependentRows(), 0);
-    ADODB::Recordset version;
-    version.Open("Version", gConnection);
-    EXPECT_EQ(version.RecordCount(), 1);
+    EXPECT_EQ(RowsOf(*gConnection, "SELECT COUNT(*) FROM Version"), "1");
     EXPECT_TRUE(WasRefreshed());
 }
 
@@ -204,24 +193,21 @@ TEST_F(MaintenanceTest, RemovesAMachinesFilesHoweverTheyAreWritten) {
     WriteFiles({"PC1.ORG", "pc1.org", "Pc1.inf", "PC10.ORG", "PC1.TXT", "PC2.ORG"});
     form.node = "PC1?MAIN";
     const auto remove = [this](const std::string& name) {
-        prompts.Expect(
-            Box("Remove Selected Machine Completely?", "You are about to REMOVE Machine " + name +
-                                                           " Completely! Are you sure you want to continue?"),
-            MsgBoxAnswer::Yes);
+        prompts.Expect(RemoveOne(name), MsgBoxAnswer::Yes);
         maintenance.mnuFileRemoveComp();
         EXPECT_TRUE(WasRefreshed());
     };
     remove("PC1");
-    EXPECT_EQ(Machines(), "PC2 PC3 O'Hara ");
+    EXPECT_EQ(Machines(), "PC2\nPC3\nO'Hara");
     EXPECT_EQ(Files(), "PC1.TXT PC10.ORG PC2.ORG ");
     form.node = "PC2?CPU";
     remove("PC2?CPU");
-    EXPECT_EQ(Machines(), "PC2 PC3 O'Hara ") << "a category's node is no machine";
+    EXPECT_EQ(Machines(), "PC2\nPC3\nO'Hara") << "a category's node is no machine";
     EXPECT_EQ(Files(), "PC1.TXT PC10.ORG PC2.ORG ");
     gImportDir.clear();
     form.node = "PC2?MAIN";
     remove("PC2");
-    EXPECT_EQ(Machines(), "PC3 O'Hara ");
+    EXPECT_EQ(Machines(), "PC3\nO'Hara");
     EXPECT_EQ(Files(), "PC1.TXT PC10.ORG PC2.ORG ") << "without a folder there are no files";
 }
 
@@ -231,12 +217,9 @@ TEST_F(MaintenanceTest, ANameNeverLeadsOutOfTheFolder) {
     WriteFiles({".ORG", "..ORG", "...ORG"});
     form.node = "ALL";
     Select({"../PC1", "sub/PC1", "sub\\PC1", ".", "..", ".PC1", ""});
-    prompts.Expect(Box("Remove Selected Machines Completely?",
-                       "You are about to DELETE all the Selected Machines COMPLETELY ! This is not "
-                       "reversable are you sure you want to continue?"),
-                   MsgBoxAnswer::Yes);
+    prompts.Expect(kRemoveSome, MsgBoxAnswer::Yes);
     maintenance.mnuFileRemoveComp();
-    prompts.Expect(Box("Marked Ok", "Machines marked successfully !"));
+    prompts.Expect(kMarked);
     maintenance.mnuPopPersonal(0);
     EXPECT_TRUE(folder.Exists("PC1.ORG"));
     EXPECT_FALSE(folder.Exists("PC1.pnf"));
@@ -250,9 +233,7 @@ TEST_F(MaintenanceTest, RemovingAllTakesEveryInventoryFile) {
     WriteFiles({"PC1.ORG", "pc1.org", "gone.INF", "x.Pnf", "PC1.TXT", "ORG"});
     folder.WriteFile("INF/full.org/file", "a folder is no inventory file");
     form.node = "ALL";
-    prompts.Expect(Box("Remove MACHINES Completely!",
-                       "Are you sure you want to REMOVE ALL MACHINES COMPLETELY? This is not reversible!"),
-                   MsgBoxAnswer::Yes);
+    prompts.Expect(kRemoveAll, MsgBoxAnswer::Yes);
     maintenance.mnuFileRemoveComp();
     EXPECT_EQ(Machines(), "");
     EXPECT_TRUE(folder.Exists("INF/full.org/file"));
@@ -281,10 +262,10 @@ TEST_F(MaintenanceTest, MarksWithAnEmptyFileAndUnmarksByTakingItAway) {
     }
     form.node = "ALL?CPU";
     Select({"PC3", "PC3", "O'Hara"});
-    prompts.Expect(Box("Marked Ok", "Machines marked successfully !", kTells));
+    prompts.Expect(kMarked);
     maintenance.mnuPopPersonal(0);
-    EXPECT_EQ(Files(), "(O'Hara.pnf) (PC3.pnf) PC2.PNF ");
-    prompts.Expect(Box("Unmarked Ok", "Machines unmarked successfully !", kTells));
+    EXPECT_EQ(Files(), "(O'Hara.pnf) PC2.PNF (PC3.pnf) ");
+    prompts.Expect(kUnmarked);
     maintenance.mnuPopPersonal(1);
     EXPECT_EQ(Files(), "PC2.PNF ");
 }
@@ -334,7 +315,7 @@ TEST_F(MaintenanceTest, WithoutANodeNothingIsTouched) {
     maintenance.mnuFileDelete();
     maintenance.mnuFileRemoveComp();
     maintenance.mnuPopPersonal(0);
-    EXPECT_EQ(Machines(), "PC1 PC2 PC3 O'Hara ");
+    EXPECT_EQ(Machines(), "PC1\nPC2\nPC3\nO'Hara");
 }
 
 class MachineCommandsTest : public MainWindowTest {
@@ -350,25 +331,13 @@ protected:
 TEST_F(MachineCommandsTest, ReachTheirHandlersFromEveryMenu) {
     Open();
     Click("PC1?MAIN");
-    const char* const erase = "You are about to DELETE Machine PC1 from the database! Continue?";
-    const char* const remove =
-        "You are about to REMOVE Machine PC1 Completely! Are you sure you want to continue?";
-    const struct {
-        const char* item;
-        const char* title;
-        const char* text;
-    } cases[] = {
-        {"mnuFileDelete", "Delete Selected Machine?", erase},
-        {"mnuPopDelete", "Delete Selected Machine?", erase},
-        {"Delete", "Delete Selected Machine?", erase},
-        {"mnuFileRemoveComp", "Remove Selected Machine Completely?", remove},
-        {"mnuRemove", "Remove Selected Machine Completely?", remove},
-    };
-    for (const auto& c : cases) {
-        prompts.Expect(Box(c.title, c.text), MsgBoxAnswer::No);
+    for (const std::string item :
+         {"mnuFileDelete", "mnuPopDelete", "Delete", "mnuFileRemoveComp", "mnuRemove"}) {
+        prompts.Expect(item.find("Remove") == std::string::npos ? DeleteOne("PC1") : RemoveOne("PC1"),
+                       MsgBoxAnswer::No);
         // A key or a menu runs an item only while it is enabled; the toolbar's is the list's.
-        Action(c.item).setEnabled(true);
-        Action(c.item).trigger();
+        Action(item.c_str()).setEnabled(true);
+        Action(item.c_str()).trigger();
     }
     prompts.Expect(SaveFile("Please enter export filename"));
     Action("mnuPopFullExport").trigger();
@@ -381,32 +350,25 @@ TEST_F(MachineCommandsTest, ReachTheirHandlersFromEveryMenu) {
 TEST_F(MachineCommandsTest, TheListsMenuActsOnItsSelectedMachines) {
     Open();
     Click("ALL");
-    QAbstractItemView& view = List().CurrentView();
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
-                      view.visualRect(view.model()->index(1, 0)).center());
-    prompts.Expect(Box("Marked Ok", "Machines marked successfully !"));
+    ClickRow(1);
+    prompts.Expect(kMarked);
     Action("mnuPopRPersonal").trigger();
     EXPECT_TRUE(folder.Exists("INF/PC2.pnf"));
     Click("ALL");
     EXPECT_EQ(Rows(), (std::vector<std::string>{"PC1|20240315|08:00:00|", "PC2|20240101|09:00:00|Marked"}));
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
-                      view.visualRect(view.model()->index(1, 0)).center());
+    ClickRow(1);
     prompts.Expect(SaveFile("Please enter export filename"), folder.Path("list.csv"));
     prompts.Expect(Box("Export", "Exported Ok!"));
     Action("mnuPopRExport").trigger();
     EXPECT_EQ(folder.ReadFile("list.csv"),
               "\"User Name\",\"Logon Date\",\"Logon Time\",\"Retrieve Personal Info\"\r\n"
               "\"PC2\",\"20240101\",\"09:00:00\",\"Marked\"\r\n");
-    prompts.Expect(Box("Unmarked Ok", "Machines unmarked successfully !"));
+    prompts.Expect(kUnmarked);
     Action("mnuPopRUnPersonal").trigger();
     EXPECT_FALSE(folder.Exists("INF/PC2.pnf"));
     Click("ALL");
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
-                      view.visualRect(view.model()->index(0, 0)).center());
-    prompts.Expect(Box("Remove Selected Machines Completely?",
-                       "You are about to DELETE all the Selected Machines COMPLETELY ! This is not "
-                       "reversable are you sure you want to continue?"),
-                   MsgBoxAnswer::Yes);
+    ClickRow(0);
+    prompts.Expect(kRemoveSome, MsgBoxAnswer::Yes);
     Action("mnuPopRRemove").trigger();
     EXPECT_FALSE(folder.Exists("INF/PC1.ORG"));
     EXPECT_FALSE(Tree().Find("PC1?MAIN").isValid());

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/ValueRules.h"
 #include "import/Schema.h"
-#include "platform/errors.h"
+#include "tests/support/Database.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
-#include <sqlite3.h>
 
 namespace {
 
@@ -45,42 +43,29 @@ TEST(FormatMegabytes, RefusesWhatIsNoSize) {
         {"more megabytes than 32 bits count", 3e15, Errors::kOverflow},
         {"past any number", std::string("9E999"), Errors::kOverflow},
     };
-    for (const auto& c : cases) {
-        try {
-            FormatMegabytes(c.value, 0);
-            ADD_FAILURE() << c.why;
-        } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.number, c.error) << c.why;
-        }
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(ErrorOf([&] { FormatMegabytes(c.value, 0); }), c.error) << c.why;
 }
 
 /// One row of a table with a column of each type, to be given one value after the other.
 class ValueRulesTest : public testing::Test {
 protected:
-    ValueRulesTest() : connection(std::make_shared<ADODB::Connection>()) {
+    ValueRulesTest() {
         CreateDatabase(folder.Path("a.mdb"));
-        connection->ConnectionString("DBQ=" + folder.Path("a.mdb") + ";USR=Admin;");
-        connection->Open();
-        Run("INSERT INTO Net (COMPUTERNAME) VALUES ('PC1')");
-        Run("INSERT INTO PC (COMPUTERNAME, ConfID) VALUES ('PC1', 1)");
-    }
-
-    void Run(const std::string& sql) {
-        EXPECT_EQ(sqlite3_exec(connection->Handle(), sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        connection = OpenDatabase(folder.Path("a.mdb"));
+        RunSQL(*connection, "INSERT INTO Net (COMPUTERNAME) VALUES ('PC1')");
+        RunSQL(*connection, "INSERT INTO PC (COMPUTERNAME, ConfID) VALUES ('PC1', 1)");
     }
 
     /// The text, or "error N".
     std::string Shown(Rule rule, const std::string& column, const std::string& value) {
-        Run("UPDATE PC SET \"" + column + "\" = " + value);
+        RunSQL(*connection, "UPDATE PC SET \"" + column + "\" = " + value);
         ADODB::Recordset row;
         row.Open("SELECT [" + column + "] FROM PC", connection);
-        std::string buffer;
-        try {
-            return std::string(DisplayText(rule, row.Fields().Item(std::size_t{0}), buffer));
-        } catch (const RunTimeError& error) {
-            return "error " + std::to_string(error.number);
-        }
+        std::string buffer, text;
+        const int error =
+            ErrorOf([&] { text = DisplayText(rule, row.Fields().Item(std::size_t{0}), buffer); });
+        return error == 0 ? text : "error " + std::to_string(error);
     }
 
     TemporaryFolder folder;

@@ -7,26 +7,15 @@
 #include "platform/settings.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Windows.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QDialog>
 #include <QLineEdit>
-#include <QTest>
-#include <QTimer>
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <string>
 
 class DialogTest : public testing::Test {
 protected:
-    static void Show(QDialog& dialog) {
-        dialog.show();
-        dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    }
     template <class Control>
     static Control& Find(const QDialog& dialog, const char* name) {
         auto* const control = dialog.findChild<Control*>(name);
@@ -48,16 +37,6 @@ protected:
     }
     static bool HasFocus(const QDialog& dialog, const char* name) {
         return dialog.focusWidget() == &Find<QWidget>(dialog, name);
-    }
-    /// Acts on the dialog that is run next within another.
-    static void InNextDialog(std::function<void(QDialog&)> act) {
-        QTimer::singleShot(0, [act = std::move(act)] {
-            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            act(*dialog);
-            EXPECT_FALSE(dialog->isVisible());
-            dialog->QDialog::done(QDialog::Rejected);
-        });
     }
 
     std::string Users() const { return LogonUsers::Read(settings); }

@@ -4,6 +4,7 @@
 #include "core/Globals.h"
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "tests/support/Database.h"
 #include "tests/support/FakeForm.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
@@ -49,8 +50,7 @@ protected:
 
     TemporaryFolder folder;
     QueuedPrompts prompts;
-    FixedClock clock{
-        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
+    FixedClock clock{2001, 11, 20};
     FakeForm form;
     DatabaseSession session;
 };
@@ -98,11 +98,7 @@ TEST_F(DatabaseSessionTest, RefusesOtherFilesInItsOwnWords) {
     EXPECT_EQ(Told(), "splash gone\n");
     prompts.Expect(Question{Question::Kind::Box, "Error #-1", {}, MsgBoxStyle::kCritical});
     const std::string other = Database("other.mdb", "");
-    ADODB::Connection stranger;
-    stranger.ConnectionString("DBQ=" + other + ";USR=Admin;");
-    stranger.Open();
-    stranger.Execute("DROP TABLE Version");
-    stranger.Close();
+    RunSQL(*OpenDatabase(other), "DROP TABLE Version");
     EXPECT_FALSE(session.ConnectSinDatabase(other));
     EXPECT_FALSE(gConnection->IsOpen()) << "another program's database is let go of";
     Told();

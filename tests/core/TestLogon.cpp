@@ -86,7 +86,7 @@ protected:
 TEST_F(LogonTest, AsksForWhatIsMissingAndForABetterPasswordAsOftenAsNeeded) {
     LogonUsers::Write(settings, "root:first;");
     frmLogin login(nullptr, settings, prompts);
-    Show(login);
+    ShowActive(login);
     prompts.Expect(::Box("No User Name", "Please enter your user name", 32));
     TypeLogon(login, "", "first");
     EXPECT_TRUE(HasFocus(login, "txtUserName"));
@@ -106,24 +106,15 @@ TEST_F(LogonTest, AsksForWhatIsMissingAndForABetterPasswordAsOftenAsNeeded) {
     EXPECT_EQ(gCurrentUser, "root");
 }
 
-TEST_F(LogonTest, CancelMeansNoLogon) {
-    frmLogin login(nullptr, settings, prompts);
-    Show(login);
-    login.LoginSucceeded = true;
-    Press(login, "cmdCancel");
-    EXPECT_FALSE(login.LoginSucceeded);
-    EXPECT_FALSE(login.isVisible());
-}
-
 TEST_F(LogonTest, TheVeryFirstLogonFoundsTheListAndSucceedsInTheSameClick) {
     frmLogin login(nullptr, settings, prompts);
-    Show(login);
-    InNextDialog([](QDialog& verify) { Press(verify, "cmdCancel"); });
+    ShowActive(login);
+    const NextDialog cancelled([](QDialog& verify) { Press(verify, "cmdCancel"); });
     TypeLogon(login, "M\xC3\xBCller", "pass");
     EXPECT_TRUE(login.isVisible()) << "not verified";
     EXPECT_EQ(Stored("USER_LI"), "<none>");
 
-    InNextDialog([](QDialog& verify) {
+    const NextDialog verified([](QDialog& verify) {
         EXPECT_EQ(Text(verify, "txtOldPassword"), "pass");
         Type(verify, "txtPassword", "pass");
         Press(verify, "cmdOK");
@@ -131,6 +122,11 @@ TEST_F(LogonTest, TheVeryFirstLogonFoundsTheListAndSucceedsInTheSameClick) {
     Press(login, "cmdOK");
     EXPECT_EQ(Users(), "M\xC3\xBCller:pass;");
     EXPECT_TRUE(login.LoginSucceeded);
+
+    ShowActive(login);
+    Press(login, "cmdCancel");
+    EXPECT_FALSE(login.LoginSucceeded) << "cancelled, whatever was before";
+    EXPECT_FALSE(login.isVisible());
 }
 
 TEST_F(LogonTest, ALetterThatTheStoreLacksIsNoReasonToRefuse) {
@@ -142,8 +138,8 @@ TEST_F(LogonTest, ALetterThatTheStoreLacksIsNoReasonToRefuse) {
 
 TEST_F(LogonTest, ACharacterThatCannotBeScrambledIsToldOf) {
     frmLogin login(nullptr, settings, prompts);
-    Show(login);
-    InNextDialog([](QDialog& verify) {
+    ShowActive(login);
+    const NextDialog verified([](QDialog& verify) {
         Type(verify, "txtPassword", "\xC3\xBF");
         Press(verify, "cmdOK");
     });
@@ -155,7 +151,7 @@ TEST_F(LogonTest, ACharacterThatCannotBeScrambledIsToldOf) {
 TEST_F(LogonTest, APasswordIsVerifiedOnlyByTheSameOneTwice) {
     frmLoginVerify verify(nullptr, prompts);
     verify.OldPassword("pass");
-    Show(verify);
+    ShowActive(verify);
     const auto refuse = [&](const char* old, const char* retyped, Question box, const char* focus) {
         Type(verify, "txtOldPassword", old);
         Type(verify, "txtPassword", retyped);
@@ -195,7 +191,7 @@ protected:
 
 TEST_F(UsersTest, TheWholeLifeOfAUser) {
     frmUsers users(nullptr, settings, prompts);
-    Show(users);
+    ShowActive(users);
     EXPECT_EQ(List(users).count(), 0);
     EXPECT_FALSE(IsEnabled(users, "btnUpply"));
     EXPECT_FALSE(IsEnabled(users, "FRMEdit"));
@@ -224,7 +220,7 @@ TEST_F(UsersTest, TheWholeLifeOfAUser) {
 TEST_F(UsersTest, ASelectionShowsTheUserAndNoneClearsTheFrame) {
     LogonUsers::Write(settings, "root:first;guest:second;");
     frmUsers users(nullptr, settings, prompts);
-    Show(users);
+    ShowActive(users);
     EXPECT_EQ(Text(users, "txtName"), "") << "nobody is selected at first";
     const QRect guest = List(users).visualItemRect(List(users).item(1));
     QTest::mouseClick(List(users).viewport(), Qt::LeftButton, {}, guest.center());
@@ -244,7 +240,7 @@ TEST_F(UsersTest, ASelectionShowsTheUserAndNoneClearsTheFrame) {
 TEST_F(UsersTest, AreReachedByTheArrowKeysFromTheFirst) {
     LogonUsers::Write(settings, "root:first;guest:second;");
     frmUsers users(nullptr, settings, prompts);
-    Show(users);
+    ShowActive(users);
     QTest::qWait(1);
     ASSERT_TRUE(HasFocus(users, "LSTUsers"));
     QTest::keyClick(&List(users), Qt::Key_Down);
@@ -256,7 +252,7 @@ TEST_F(UsersTest, AreReachedByTheArrowKeysFromTheFirst) {
 TEST_F(UsersTest, TheEleventhIsRefusedAndFindsRoomAfterADelete) {
     LogonUsers::Write(settings, "a:1;b:2;c:3;d:4;e:5;f:6;g:7;h:8;i:9;j:10;");
     frmUsers users(nullptr, settings, prompts);
-    Show(users);
+    ShowActive(users);
     prompts.Expect(::Box("Exceeding 10 Users", "Sorry! You can only add 10 users.", 32));
     Press(users, "btnAdd");
     List(users).setCurrentRow(9);
@@ -284,7 +280,7 @@ TEST_F(UsersTest, AnEmptyNameEndsTheList) {
 TEST_F(UsersTest, TheLastUserStays) {
     LogonUsers::Write(settings, "root:first;");
     frmUsers users(nullptr, settings, prompts);
-    Show(users);
+    ShowActive(users);
     List(users).setCurrentRow(0);
     Press(users, "BTNDelete");
     prompts.Expect(
@@ -300,7 +296,7 @@ TEST_F(UsersTest, ChangesAreDiscardedOnlyWhenAsked) {
         ::Box("Discard changes?", "Do you want to discard the changes you have made?", 276);
     for (const bool byEscape : {false, true}) {
         frmUsers users(nullptr, settings, prompts);
-        Show(users);
+        ShowActive(users);
         Add(users, "guest");
         const auto close = [&] {
             byEscape ? QTest::keyClick(&users, Qt::Key_Escape) : Press(users, "btnClose");
@@ -314,14 +310,14 @@ TEST_F(UsersTest, ChangesAreDiscardedOnlyWhenAsked) {
         EXPECT_EQ(Users(), "root:first;");
     }
     frmUsers unchanged(nullptr, settings, prompts);
-    Show(unchanged);
+    ShowActive(unchanged);
     Press(unchanged, "btnClose");
     EXPECT_FALSE(unchanged.isVisible()) << "nothing to ask";
 }
 
 TEST_F(UsersTest, AStoreThatCannotBeWrittenKeepsTheWindowAndItsChanges) {
     frmUsers users(nullptr, settings, prompts);
-    Show(users);
+    ShowActive(users);
     Add(users, "\xC3\xBF");
     prompts.Expect(::Box("Error#5", "Invalid procedure call or argument", 16));
     Press(users, "btnUpply");

@@ -4,8 +4,8 @@
 #include "core/Globals.h"
 #include "core/HelpKey.h"
 #include "core/frmOptions.h"
-#include "platform/errors.h"
 #include "tests/core/DialogTest.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeForm.h"
 
@@ -76,30 +76,20 @@ TEST_F(OptionsTest, OnlyWhatCanBeChosenIsChanged) {
     EXPECT_FALSE(folder.Exists("MOVANTA.INI")) << "no second file beside it";
 }
 
-TEST_F(OptionsTest, CollectorsDoWhatTheDialogSays) {
-    Open();
-    Combo("CMBSeconds").setCurrentText("20 Sec");
-    Combo("CMBSound").setCurrentText("Yes");
-    OK();
-    const collector::StartupOptions obeyed = collector::ReadStartupOptions(folder.Path());
-    EXPECT_EQ(obeyed.delay, std::chrono::seconds(20));
-    EXPECT_TRUE(obeyed.isAudible);
-    Open();
-    EXPECT_EQ(Rows(), "20 Sec|No|Yes|");
-}
-
-TEST_F(OptionsTest, CollectorsAndDialogReadADamagedFileAlike) {
+TEST_F(OptionsTest, CollectorsDoWhatTheDialogSaysHoweverTheFileWas) {
     const struct {
         const char* why;
         std::string before;
     } cases[] = {
+        {"no file", ""},
         {"two sections", "[STARTUP]\nPINGSOUND=0\n[X]\nA=1\n[STARTUP]\nDELAYTIMER=60\nPINGSOUND=1\n"},
         {"an open header, a key twice", "[startup\nDELAYTIMER=5\nDELAYTIMER=60"},
         {"a number that is none of 16 bits", "[STARTUP]\r\nDELAYTIMER=99999999999\r\n"},
         {"no text at all", std::string("\0\xFF\xFE[\n=", 6)},
     };
     for (const auto& c : cases) {
-        folder.WriteFile("MOVANTA.INI", c.before);
+        if (!c.before.empty())
+            folder.WriteFile("MOVANTA.INI", c.before);
         Open();
         Combo("CMBSeconds").setCurrentText("15 Sec");
         Combo("CMBSound").setCurrentText("Yes");
@@ -107,6 +97,8 @@ TEST_F(OptionsTest, CollectorsAndDialogReadADamagedFileAlike) {
         const collector::StartupOptions obeyed = collector::ReadStartupOptions(folder.Path());
         EXPECT_EQ(obeyed.delay, std::chrono::seconds(15)) << c.why;
         EXPECT_TRUE(obeyed.isAudible) << c.why;
+        Open();
+        EXPECT_EQ(Rows(), "15 Sec|No|Yes|") << c.why;
     }
 }
 
@@ -126,12 +118,7 @@ TEST_F(OptionsTest, TheCollectorsValuesNeedAFolderAboveTheInventory) {
     OK();
     EXPECT_FALSE(folder.Exists("MOVANTA.INI"));
     gImportDir = "Inf";
-    try {
-        Open();
-        FAIL() << "a folder without any separator is an invalid call";
-    } catch (const RunTimeError& failure) {
-        EXPECT_EQ(failure.number, Errors::kInvalidCall);
-    }
+    EXPECT_EQ(ErrorOf([&] { Open(); }), Errors::kInvalidCall) << "a folder without any separator";
 }
 
 TEST_F(OptionsTest, AChosenFolderShowsItsFileAtOnceAndIsTakenOnlyByOK) {
@@ -309,7 +296,7 @@ TEST_F(OptionsTest, APasswordIsChangedByTheRulesOfTheList) {
 
 TEST_F(OptionsTest, KeysTurnTheTabsFromAnyBox) {
     gImportDir.clear();
-    Show(Open());
+    ShowActive(Open());
     auto& tabs = Find<QTabWidget>(*options, "SSTab1");
     std::string turned;
     const auto turn = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
@@ -326,7 +313,7 @@ TEST_F(OptionsTest, KeysTurnTheTabsFromAnyBox) {
 }
 
 TEST_F(OptionsTest, EnterChangesAPasswordThatIsBeingTypedAndElseMeansOK) {
-    Show(Open());
+    ShowActive(Open());
     auto& tabs = Find<QTabWidget>(*options, "SSTab1");
     tabs.setCurrentIndex(3);
     EXPECT_EQ(HelpTopicOf(*options), "options.html#password");

@@ -6,18 +6,16 @@
 #include "core/frmCompiling.h"
 #include "core/frmSplash.h"
 #include "platform/application.h"
+#include "tests/support/Windows.h"
 
 #include <QEventLoop>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTest>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -123,19 +121,6 @@ TEST_F(SplashTest, IsCutAlongTheBlueOfItsPictureAndItsLabelsStandWithin) {
                 << x << " " << y;
 }
 
-TEST_F(SplashTest, AClickDuringTheWaitForTheCollectorClosesItAndTheWaitGoesOn) {
-    frmSplash& splash = Load();
-    QTimer::singleShot(0, &splash,
-                       [&] { QTest::mouseClick(splash.findChild<QLabel*>("lblStatus"), Qt::LeftButton); });
-    for (int round = 0; round < 3; ++round) {
-        QCoreApplication::processEvents();
-        if (frmSplash* const loaded = frmSplash::Loaded())
-            loaded->TimerEnabled(false);
-    }
-    EXPECT_EQ(frmSplash::Loaded(), nullptr);
-    EXPECT_FALSE(FileModule::FormIsLoaded("frmSplash"));
-}
-
 TEST_F(SplashTest, TheTimerUnloadsItOnceItIsEnabled) {
     auto* const timer = Load().findChild<QTimer*>("TMRTerminate");
     EXPECT_EQ(timer->interval(), 5000);
@@ -156,9 +141,7 @@ TEST_F(SplashTest, UnloadedTwiceItIsUnloadedOnce) {
 
 TEST(CompilingTest, StandsPaintedWhileItsCallerIsBusyAndLeavesTheFocusAlone) {
     QWidget caller;
-    caller.show();
-    caller.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&caller));
+    ShowActive(caller);
     auto* const window = new frmCompiling; // it belongs to itself
     window->ShowAndPaint();
     EXPECT_TRUE(window->windowHandle()->isExposed());
@@ -178,9 +161,7 @@ TEST(SelectAllOnFocus, TypingReplacesTheTextHoweverTheBoxWasReached) {
         layout.addWidget(box);
         SelectAllOnFocus(*box);
     }
-    dialog.show();
-    dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ShowActive(dialog);
     QTest::mouseClick(&password, Qt::LeftButton);
     QTest::qWait(1);
     EXPECT_EQ(password.selectedText(), "password") << "by mouse";

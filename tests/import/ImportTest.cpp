@@ -3,7 +3,6 @@
 
 #include "import/Schema.h"
 
-#include <sqlite3.h>
 #include <sys/stat.h>
 #include <utime.h>
 
@@ -44,14 +43,10 @@ std::string SmallFile(const std::string& machine, const std::string& user) {
     });
 }
 
-ImportTest::ImportTest()
-    : inventory(folder.Path() + "/INF"),
-      database(folder.Path() + "/test.mdb"),
-      connection(std::make_shared<ADODB::Connection>()) {
+ImportTest::ImportTest() : inventory(folder.Path() + "/INF"), database(folder.Path() + "/test.mdb") {
     std::filesystem::create_directory(inventory);
     CreateDatabase(database);
-    connection->ConnectionString("DBQ=" + database + ";USR=Admin;");
-    connection->Open();
+    connection = OpenDatabase(database);
 }
 
 ImportTest::~ImportTest() {
@@ -75,22 +70,6 @@ bool ImportTest::Import(const std::string& machine, TimeFrame frame, ImportEvent
     static const CodePage western(1252);
     cSinImport import(connection, prompts, clock, frame, events, western);
     return import.ImportInfData(inventory, machine, noData);
-}
-
-std::string ImportTest::Rows(const std::string& sql) const {
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(connection->Handle(), sql.c_str(), -1, &statement, nullptr) != SQLITE_OK)
-        return sqlite3_errmsg(connection->Handle());
-    std::string rows;
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-        rows += rows.empty() ? "" : "\n";
-        for (int i = 0; i < sqlite3_column_count(statement); ++i) {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
-            rows += (i == 0 ? "" : "|") + std::string(text == nullptr ? "<Null>" : text);
-        }
-    }
-    sqlite3_finalize(statement);
-    return rows;
 }
 
 std::string ImportTest::IntegrityCheck() const {

@@ -3,13 +3,13 @@
 #pragma once
 
 #include "import/cSinImport.h"
+#include "tests/support/Database.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,17 +20,12 @@ std::string Lines(const std::vector<std::string>& lines);
 std::string SmallFile(const std::string& machine, const std::string& user = "user");
 
 /// Takes any box and notes its title, where an import may end in several ways.
-class AnyBox final : public Prompts {
+class AnyBox final : public QueuedPrompts {
 public:
     MsgBoxAnswer MsgBox(const std::string& /*text*/, int /*style*/, const std::string& title) override {
         lastTitle = title;
         return MsgBoxAnswer::OK;
     }
-    std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const FileDialog&) override { return {}; }
-    std::string SaveFile(const FileDialog&) override { return {}; }
-    std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
-    void Beep() override {}
 
     std::string lastTitle;
 };
@@ -46,8 +41,10 @@ protected:
     /// Imports the folder, or one machine; expects no box but those queued.
     bool Import(const std::string& machine = {}, TimeFrame frame = {}, ImportEvents* events = nullptr);
 
-    /// The rows of a query, fields joined by "|", rows by a line feed; Null reads as "<Null>".
-    std::string Rows(const std::string& sql) const;
+    std::string Rows(const std::string& sql) const { return RowsOf(*connection, sql); }
+    std::string Indexes() const {
+        return Rows("SELECT name FROM sqlite_master WHERE type = 'index' ORDER BY name");
+    }
     /// "ok" for a sound database.
     std::string IntegrityCheck() const;
 
@@ -55,8 +52,7 @@ protected:
     std::string inventory;
     std::string database;
     QueuedPrompts prompts;
-    FixedClock clock{
-        std::chrono::year_month_day{std::chrono::year(2001), std::chrono::month(11), std::chrono::day(20)}};
+    FixedClock clock{2001, 11, 20};
     std::shared_ptr<ADODB::Connection> connection;
     bool noData = false;
 };

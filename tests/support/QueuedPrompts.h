@@ -32,7 +32,7 @@ Question Folder(std::string title);
 /// A folder dialog that starts at `startFolder`.
 Question Folder(std::string title, std::string startFolder);
 
-class QueuedPrompts final : public Prompts {
+class QueuedPrompts : public Prompts {
 public:
     /// Fails the test where expected questions are left.
     ~QueuedPrompts() override;

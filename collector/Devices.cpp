@@ -4,6 +4,7 @@
 #include "collector/Record.h"
 #include "collector/Text.h"
 #include "collector/UsbDevice.h"
+#include "platform/text.h"
 
 #include <algorithm>
 
@@ -63,7 +64,8 @@ std::string WithInterface(const std::string& name, const std::string& interface)
     if (name.empty())
         return interface;
     const std::string ending = " (" + interface + ")";
-    return name.substr(0, kTextWidth - std::min(kTextWidth, ending.size())) + ending;
+    const std::size_t room = kTextWidth - std::min(kTextWidth, ending.size());
+    return std::string(FirstCharacters(name, room)) + ending;
 }
 
 std::vector<DeviceDetail> ProtocolDetails(const NetworkAdapter& adapter) {

@@ -13,9 +13,6 @@ namespace collector {
 
 namespace {
 
-// A console takes no section of more rows.
-constexpr std::size_t kMostDrives = 32767;
-
 struct Mount {
     std::string deviceNumber;
     std::string part; // the folder of the file system that is mounted
@@ -241,8 +238,6 @@ Drives FindDrives(const Sources& sources) {
         }
     }
     AddOpticalWithoutDisc(sources, mountedDevices, drives);
-    if (drives.listed.size() > kMostDrives)
-        drives.listed.resize(kMostDrives);
     std::stable_sort(drives.listed.begin(), drives.listed.end(),
                      [](const Drive& one, const Drive& other) { return one.kind < other.kind; });
     drives.removable = CountRemovable(sources);

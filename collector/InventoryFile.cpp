@@ -2,6 +2,7 @@
 #include "collector/InventoryFile.h"
 
 #include "collector/Text.h"
+#include "platform/text.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -44,6 +45,10 @@ public:
             else
                 text.remove_prefix(static_cast<std::size_t>(written));
         }
+        // Renamed before its bytes are on the disk, it would be empty after a power cut. Some shares can't
+        // tell.
+        if (error == 0 && ::fsync(file) != 0 && errno != EINVAL)
+            error = errno;
         // A share may tell only now that there was no room.
         if (::close(file) != 0 && error == 0)
             error = errno;
@@ -79,7 +84,7 @@ std::filesystem::path FileIgnoringCase(const std::filesystem::path& folder, cons
         return folder / name;
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error))
-        if (SameIgnoringCase(entry->path().filename().string(), name))
+        if (EqualNoCase(entry->path().filename().string(), name))
             return entry->path();
     return folder / name;
 }

@@ -2,6 +2,7 @@
 #include "collector/Machine.h"
 
 #include "collector/Text.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <array>
@@ -117,7 +118,7 @@ std::string ChassisName(std::string_view type) {
 
 // What a maker leaves where a fact should stand.
 bool IsFiller(const std::string& text) {
-    const std::string upper = Upper(text);
+    const std::string upper = UpperCase(text);
     return upper.find("TO BE FILLED") != std::string::npos || upper == "SYSTEM PRODUCT NAME" ||
            upper == "SYSTEM MANUFACTURER" || upper == "DEFAULT STRING" || upper == "NOT SPECIFIED";
 }
@@ -157,7 +158,7 @@ std::string MachineName(const Sources& sources) {
     std::string host = sources.ReadLine("/proc/sys/kernel/hostname");
     if (host.empty())
         host = sources.ReadLine("/etc/hostname");
-    std::string name = Upper(std::string_view(host).substr(0, host.find('.')));
+    std::string name = UpperCase(std::string_view(host).substr(0, host.find('.')));
     if (name.size() > width)
         name = ShortName(name, width);
     for (char& letter : name)

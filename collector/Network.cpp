@@ -2,6 +2,7 @@
 #include "collector/Network.h"
 
 #include "collector/Text.h"
+#include "platform/text.h"
 
 #include <arpa/inet.h>
 
@@ -51,7 +52,7 @@ std::string HardwareAddress(const Sources& sources, const std::string& interface
     for (const char letter : sources.ReadLine("/sys/class/net/" + interface + "/address"))
         if (std::isxdigit(static_cast<unsigned char>(letter)) != 0)
             digits += letter;
-    return digits.size() == 12 && digits != "000000000000" ? Upper(digits) : std::string();
+    return digits.size() == 12 && digits != "000000000000" ? UpperCase(digits) : std::string();
 }
 
 NetworkAdapter ReadAdapter(const Sources& sources, const Surroundings& surroundings,

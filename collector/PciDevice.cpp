@@ -42,10 +42,6 @@ constexpr std::array<PciClass, 24> kClasses = {{
     {0x000000, 0x000000, "Other devices", "Device", false},
 }};
 
-std::uint64_t Hexadecimal(const Sources& sources, const std::string& path) {
-    return WholeNumber(sources.ReadLine(path), 16).value_or(0);
-}
-
 std::string Range(std::uint64_t first, std::uint64_t last, int digits) {
     std::array<char, 40> text{};
     (void)std::snprintf(text.data(), text.size(), "%0*" PRIX64 "-%0*" PRIX64, digits, first, digits, last);
@@ -87,8 +83,8 @@ Resources ReadResources(const Sources& sources, const std::string& folder) {
 
 std::string NameOf(const Sources& sources, const HardwareNames& names, const std::string& folder,
                    std::uint32_t classCode) {
-    const auto vendor = static_cast<std::uint16_t>(Hexadecimal(sources, folder + "/vendor"));
-    const auto device = static_cast<std::uint16_t>(Hexadecimal(sources, folder + "/device"));
+    const auto vendor = static_cast<std::uint16_t>(sources.ReadHexadecimal(folder + "/vendor"));
+    const auto device = static_cast<std::uint16_t>(sources.ReadHexadecimal(folder + "/device"));
     std::string name = names.Name(vendor, device);
     if (!name.empty())
         return name;
@@ -112,7 +108,7 @@ const PciClass& PciClassOf(std::uint32_t classCode) {
 PciDevice ReadPciDevice(const Sources& sources, const HardwareNames& names, std::string_view folder) {
     PciDevice device;
     device.folder = folder;
-    device.classCode = static_cast<std::uint32_t>(Hexadecimal(sources, device.folder + "/class"));
+    device.classCode = static_cast<std::uint32_t>(sources.ReadHexadecimal(device.folder + "/class"));
     device.name = NameOf(sources, names, device.folder, device.classCode);
     device.resources = ReadResources(sources, device.folder);
     device.hasDriver = sources.Exists(device.folder + "/driver");

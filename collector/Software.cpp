@@ -2,6 +2,7 @@
 #include "collector/Software.h"
 
 #include "collector/Text.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <string_view>
@@ -112,15 +113,14 @@ std::vector<DatabaseDriver> DatabaseDrivers(const Sources& sources) {
         if (line.starts_with('[') && line.ends_with(']')) {
             const std::string_view name = Trimmed(line.substr(1, line.size() - 2));
             // Two sections are settings of the driver manager.
-            isDriver =
-                !name.empty() && !SameIgnoringCase(name, "ODBC") && !SameIgnoringCase(name, "ODBC Drivers");
+            isDriver = !name.empty() && !EqualNoCase(name, "ODBC") && !EqualNoCase(name, "ODBC Drivers");
             if (isDriver)
                 drivers.emplace_back().name = name;
             continue;
         }
         const std::string_view key = Trimmed(line.substr(0, line.find('=')));
-        const bool isPath = SameIgnoringCase(key, "Driver64") || SameIgnoringCase(key, "Driver");
-        if (!isDriver || !isPath || (!drivers.back().path.empty() && !SameIgnoringCase(key, "Driver64")))
+        const bool isPath = EqualNoCase(key, "Driver64") || EqualNoCase(key, "Driver");
+        if (!isDriver || !isPath || (!drivers.back().path.empty() && !EqualNoCase(key, "Driver64")))
             continue;
         drivers.back().path = Behind(line, '=');
     }

@@ -58,12 +58,16 @@ bool ReadPiece(int descriptor, std::string& text, std::size_t limit) {
     return true;
 }
 
-// False when the time is up before the program has closed its output.
+// False when the time is up before the program has closed its output, or the output is too long: what is cut
+// somewhere would be read as whole.
 bool ReadUntil(int descriptor, Clock::time_point deadline, std::string& output) {
     for (;;) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
         pollfd waiting{descriptor, POLLIN, 0};
-        if (left.count() <= 0 || ::poll(&waiting, 1, static_cast<int>(left.count())) == 0)
+        const int ready = left.count() <= 0 ? 0 : ::poll(&waiting, 1, static_cast<int>(left.count()));
+        if (ready < 0 && errno == EINTR)
+            continue;
+        if (ready <= 0 || output.size() == kOutputLimit)
             return false;
         if (!ReadPiece(descriptor, output, kOutputLimit))
             return true;
@@ -160,6 +164,10 @@ std::string Sources::ReadLine(std::string_view path) const {
     return std::string(Trimmed(std::string_view(text).substr(0, text.find('\n'))));
 }
 
+std::uint64_t Sources::ReadHexadecimal(std::string_view path) const {
+    return WholeNumber(ReadLine(path), 16).value_or(0);
+}
+
 bool Sources::Exists(std::string_view path) const {
     std::error_code error;
     return std::filesystem::exists(At(path), error);
@@ -192,14 +200,19 @@ std::optional<Space> Sources::SpaceOf(std::string_view path) const {
         return std::nullopt;
     auto promise = std::make_shared<std::promise<std::optional<Space>>>();
     std::future<std::optional<Space>> answer = promise->get_future();
-    // Left behind when it blocks; it ends with the program.
-    std::thread([promise, place = At(path)] {
+    const auto ask = [promise, place = At(path)] {
         struct statvfs figures {};
         if (::statvfs(place.c_str(), &figures) != 0)
             return promise->set_value(std::nullopt);
         promise->set_value(Space{.size = std::uint64_t{figures.f_blocks} * figures.f_frsize,
                                  .free = std::uint64_t{figures.f_bavail} * figures.f_frsize});
-    }).detach();
+    };
+    try {
+        // Left behind when it blocks; it ends with the program.
+        std::thread(ask).detach();
+    } catch (const std::system_error&) {
+        return std::nullopt; // no thread to be had
+    }
     if (answer.wait_for(std::chrono::seconds(3)) != std::future_status::ready) {
         ++mUnanswered;
         return std::nullopt;

@@ -28,7 +28,8 @@ using CommandLine = std::vector<std::string>;
 /// within the time limit (it is killed then).
 using ProgramRunner = std::function<std::string(const CommandLine&, std::chrono::milliseconds)>;
 
-/// The real runner: no shell, a fixed environment with untranslated messages, at most 4 MB of output.
+/// The real runner: no shell, a fixed environment with untranslated messages. Empty, too, for a program that
+/// writes more than 4 MB.
 std::string RunProgram(const CommandLine& command, std::chrono::milliseconds timeLimit);
 
 class Sources {
@@ -40,6 +41,9 @@ public:
 
     /// A one-line file's text, trimmed.
     std::string ReadLine(std::string_view path) const;
+
+    /// The number in a one-line file, with or without "0x"; 0 where there is none.
+    std::uint64_t ReadHexadecimal(std::string_view path) const;
 
     bool Exists(std::string_view path) const;
 

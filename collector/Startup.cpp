@@ -4,6 +4,7 @@
 #include "collector/InventoryFile.h"
 #include "collector/Sources.h"
 #include "collector/Text.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <map>
@@ -29,9 +30,9 @@ Values StartupValues(std::string_view text) {
         if (line.starts_with('[') && isInSection)
             break; // of equal sections the first counts, as it does for the console
         if (line.starts_with('['))
-            isInSection = SameIgnoringCase(Trimmed(line.substr(1, line.find(']') - 1)), "STARTUP");
+            isInSection = EqualNoCase(Trimmed(line.substr(1, line.find(']') - 1)), "STARTUP");
         else if (isInSection && !line.starts_with(';') && equals != std::string_view::npos)
-            values.emplace(Upper(Trimmed(line.substr(0, equals))), WithoutQuotes(Behind(line, '=')));
+            values.emplace(UpperCase(Trimmed(line.substr(0, equals))), WithoutQuotes(Behind(line, '=')));
     }
     return values;
 }

@@ -40,12 +40,12 @@ std::vector<InterfaceAddress> InterfaceAddresses() {
     return addresses;
 }
 
+} // namespace
+
 std::string UserName() {
     const passwd* const account = ::getpwuid(::getuid()); // NOLINT(concurrency-mt-unsafe)
     return account == nullptr || account->pw_name == nullptr ? std::string() : account->pw_name;
 }
-
-} // namespace
 
 Surroundings CurrentSurroundings() {
     Surroundings here;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a machine tells through calls rather than files: who runs the program, when, in which time
-// zone, and the addresses of the interfaces. Taken once at the start, so that one file holds one moment.
+// zone, and the addresses of the interfaces. Taken when the inventory begins, so that one file holds one
+// moment.
 #pragma once
 
 #include <ctime>
@@ -28,6 +29,9 @@ struct Surroundings {
 };
 
 Surroundings CurrentSurroundings();
+
+/// The account that runs the program; empty where it has no name.
+std::string UserName();
 
 /// When the earliest of `user`'s present sessions began, as far as the login records know.
 std::optional<std::time_t> SessionStart(const std::string& user);

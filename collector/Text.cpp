@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "collector/Text.h"
 
-#include <algorithm>
 #include <charconv>
 
 namespace collector {
 
 namespace {
 constexpr std::string_view kBlank{" \t\r\n\0", 5};
-
-char UpperLetter(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
 } // namespace
 
 std::string_view Trimmed(std::string_view text) {
@@ -59,16 +54,6 @@ std::optional<std::uint64_t> WholeNumber(std::string_view text, int base) {
     if (error != std::errc() || stop != end)
         return std::nullopt;
     return number;
-}
-
-std::string Upper(std::string_view text) {
-    std::string upper(text);
-    std::transform(upper.begin(), upper.end(), upper.begin(), UpperLetter);
-    return upper;
-}
-
-bool SameIgnoringCase(std::string_view one, std::string_view other) {
-    return one.size() == other.size() && Upper(one) == Upper(other);
 }
 
 } // namespace collector

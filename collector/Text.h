@@ -17,7 +17,7 @@ std::string_view Trimmed(std::string_view text);
 /// The parts of `text` between `separator`s, empty ones too; an empty text has none.
 std::vector<std::string_view> Split(std::string_view text, char separator);
 
-/// The parts of `text` between runs of blanks and tabs; none is empty.
+/// The parts of `text` between runs of blanks, tabs, line ends and NULs; none is empty.
 std::vector<std::string_view> Words(std::string_view text);
 
 /// The trimmed text behind the first `separator` of `line`, empty where there is none.
@@ -25,10 +25,5 @@ std::string_view Behind(std::string_view line, char separator);
 
 /// `text` as a whole number, with or without "0x" in base 16. Nothing where anything else is in it.
 std::optional<std::uint64_t> WholeNumber(std::string_view text, int base = 10);
-
-/// Letters a to z in upper case, all else as it is.
-std::string Upper(std::string_view text);
-
-bool SameIgnoringCase(std::string_view one, std::string_view other);
 
 } // namespace collector

@@ -2,6 +2,7 @@
 #include "collector/UsbDevice.h"
 
 #include "collector/Text.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <array>
@@ -37,10 +38,6 @@ const char* CategoryOf(std::uint64_t code) {
     return found == kClasses.end() ? nullptr : found->category;
 }
 
-std::uint64_t Hexadecimal(const Sources& sources, const std::string& path) {
-    return WholeNumber(sources.ReadLine(path), 16).value_or(0);
-}
-
 // The folders of a device's interfaces: its own name, a colon, and their numbers.
 std::vector<std::string> InterfacesOf(const std::vector<std::string>& entries, const std::string& device) {
     std::vector<std::string> interfaces;
@@ -55,12 +52,11 @@ std::optional<UsbDevice> ReadDevice(const Sources& sources, const HardwareNames&
     UsbDevice device;
     device.category = "Other devices";
     device.name = UsbName(sources, names, folder);
-    std::uint64_t code = Hexadecimal(sources, folder + "/bDeviceClass");
+    std::uint64_t code = sources.ReadHexadecimal(folder + "/bDeviceClass");
     for (const std::string& interface : interfaces) {
-        device.hasDriver = device.hasDriver || sources.Exists(interface + "/driver");
         if (sources.Exists(interface + "/net"))
             return std::nullopt;
-        const std::uint64_t interfaceCode = Hexadecimal(sources, interface + "/bInterfaceClass");
+        const std::uint64_t interfaceCode = sources.ReadHexadecimal(interface + "/bInterfaceClass");
         if (interfaceCode == kStorage || interfaceCode == kHumanInterface)
             return std::nullopt;
         // 0 and 0xEF leave the class to the interfaces; the first that is known stands for the device.
@@ -83,7 +79,7 @@ std::string UsbName(const Sources& sources, const HardwareNames& names, const st
     const std::string number = sources.ReadLine(folder + "/idProduct");
     const std::string listed = names.Name(static_cast<std::uint16_t>(WholeNumber(vendor, 16).value_or(0)),
                                           static_cast<std::uint16_t>(WholeNumber(number, 16).value_or(0)));
-    return listed.empty() ? "USB device " + Upper(vendor) + ":" + Upper(number) : listed;
+    return listed.empty() ? "USB device " + UpperCase(vendor) + ":" + UpperCase(number) : listed;
 }
 
 std::vector<UsbDevice> UsbDevices(const Sources& sources, const HardwareNames& names) {

@@ -15,7 +15,6 @@ namespace collector {
 struct UsbDevice {
     std::string category;
     std::string name;
-    bool hasDriver = false;
 };
 
 std::vector<UsbDevice> UsbDevices(const Sources& sources, const HardwareNames& names);

@@ -20,8 +20,7 @@ void CollectInto(const std::filesystem::path& folder) {
     using namespace collector;
     const StartupOptions options = ReadStartupOptions(folder);
     if (options.delay.count() > 0)
-        std::this_thread::sleep_for(
-            TimeToWait(options.delay, SessionStart(CurrentSurroundings().user), std::time(nullptr)));
+        std::this_thread::sleep_for(TimeToWait(options.delay, SessionStart(UserName()), std::time(nullptr)));
     if (options.isAudible && ::isatty(STDERR_FILENO) != 0)
         (void)std::fputc('\a', stderr);
 

@@ -14,41 +14,6 @@ namespace {
 // Far beyond any text of an inventory, and small enough for nested calls of Replace and String.
 constexpr std::size_t kLongestResult = 16U << 20U;
 
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(' ');
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
-}
-
-/// Whether `text` is a number from end to end. Val then reads its value.
-bool IsNumber(std::string_view text) {
-    const auto digits = [&text] {
-        const std::size_t count = std::min(text.find_first_not_of("0123456789"), text.size());
-        text.remove_prefix(count);
-        return count;
-    };
-    const auto sign = [&text] {
-        if (text.starts_with('-') || text.starts_with('+'))
-            text.remove_prefix(1);
-    };
-    sign();
-    std::size_t count = digits();
-    if (text.starts_with('.')) {
-        text.remove_prefix(1);
-        count += digits();
-    }
-    if (count == 0)
-        return false;
-    if (text.starts_with('e') || text.starts_with('E')) {
-        text.remove_prefix(1);
-        sign();
-        if (digits() == 0)
-            return false;
-    }
-    return text.empty();
-}
-
 } // namespace
 
 void CheckLength(std::size_t bytes) {
@@ -85,11 +50,7 @@ std::string Call::Text(int index) const {
 double Call::Number(int index) const {
     if (!IsText(index))
         return sqlite3_value_double(mValues[index]);
-    const std::string text = Text(index);
-    const std::string_view number = Trimmed(text);
-    if (!IsNumber(number))
-        Raise(Errors::kTypeMismatch);
-    return Val(number);
+    return CDbl(Text(index));
 }
 
 std::int32_t Call::Whole(int index) const {

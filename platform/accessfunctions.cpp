@@ -373,7 +373,7 @@ void Run(sqlite3_context* context, int count, sqlite3_value** values) {
     const auto& function = *static_cast<const Function*>(sqlite3_user_data(context));
     Call call(context, count, values);
     try {
-        // The translator counts the arguments; a view inside of a foreign database has not been through it.
+        // The translator counts the arguments. Who else may call has not, and functions read all of theirs.
         if (count < function.leastArguments || count > function.mostArguments)
             Raise(Errors::kInvalidCall);
         if (function.traits != FunctionTraits::TakesNull && call.IsAnyNull())

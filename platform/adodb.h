@@ -66,7 +66,7 @@ public:
     /// Deletes all rows of `table`, and those of other tables that hang on them, as a DELETE with its
     /// cascades does, but table by table rather than row by row where no row of theirs can stay. All of it or
     /// nothing, in the open transaction if there is one. Calls `progress` at each table, and within one where
-    /// its rows are checked.
+    /// its rows are checked; what it raises undoes all.
     void EmptyTable(std::string_view table, const std::function<void()>& progress = {});
 
     void BeginTrans();
@@ -110,8 +110,8 @@ public:
     /// The numeric reading: of text by its leading number, of Null 0.
     double Number() const;
 
-    /// Assign to the new or the current row. A text longer than its column raises error -1, as does text
-    /// that is no number for a number column.
+    /// Assign to the new or the current row. A text longer than its column raises error -1; for a
+    /// number column, text that begins with no number raises error 13.
     void SetText(std::string_view utf8);
     /// A flag takes any number but 0 as true.
     void SetNumber(double value);

@@ -81,9 +81,9 @@ void BindNumber(sqlite3_stmt* statement, int place, double number) {
     // Compared with a text column, 1.0 would be "1.0".
     constexpr double kExact = 9007199254740992.0;
     if (number == std::trunc(number) && std::abs(number) <= kExact)
-        sqlite3_bind_int64(statement, place, static_cast<sqlite3_int64>(number));
+        CheckBinding(statement, sqlite3_bind_int64(statement, place, static_cast<sqlite3_int64>(number)));
     else
-        sqlite3_bind_double(statement, place, number);
+        CheckBinding(statement, sqlite3_bind_double(statement, place, number));
 }
 
 void Statement::Bind(const std::vector<SQLLiteral>& parameters) {
@@ -91,7 +91,8 @@ void Statement::Bind(const std::vector<SQLLiteral>& parameters) {
     for (const SQLLiteral& parameter : parameters) {
         ++place;
         if (const auto* text = std::get_if<std::string>(&parameter))
-            sqlite3_bind_text64(mHandle, place, text->data(), text->size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+            CheckBinding(mHandle, sqlite3_bind_text64(mHandle, place, text->data(), text->size(),
+                                                      SQLITE_TRANSIENT, SQLITE_UTF8));
         else
             BindNumber(mHandle, place, std::get<double>(parameter));
     }
@@ -178,7 +179,7 @@ void Connection::Open() {
                 RaiseDatabase(database);
         // What is no database fails here.
         IsBulkLoading();
-    } catch (const RunTimeError&) {
+    } catch (...) {
         mState->statements.clear();
         sqlite3_close(database);
         mState->database = nullptr;
@@ -322,7 +323,7 @@ void AsOne(ConnectionState& state, const Work& work) {
     try {
         work();
         RunPlain(state, "RELEASE AsOne");
-    } catch (const RunTimeError&) {
+    } catch (...) {
         // Some failures undo everything by themselves.
         if (sqlite3_get_autocommit(state.database) == 0) {
             sqlite3_exec(state.database, "ROLLBACK TO AsOne", nullptr, nullptr, nullptr);
@@ -392,7 +393,7 @@ void Connection::BeginBulkLoad() {
             for (const std::string& name : names)
                 RunPlain(*mState, "DROP INDEX " + QuotedName(name));
         });
-    } catch (const RunTimeError&) {
+    } catch (...) {
         // Without a load, rows need their parents again.
         RunPlain(*mState, "PRAGMA foreign_keys = ON");
         throw;

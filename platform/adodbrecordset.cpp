@@ -140,14 +140,14 @@ struct Recordset::Implementation final : Dependent {
         sqlite3_stmt* handle = statement.Handle();
         switch (cell.kind) {
             case Cell::Kind::Text:
-                sqlite3_bind_text64(handle, place, buffer.data() + cell.offset, cell.length, SQLITE_STATIC,
-                                    SQLITE_UTF8);
+                CheckBinding(handle, sqlite3_bind_text64(handle, place, buffer.data() + cell.offset,
+                                                         cell.length, SQLITE_STATIC, SQLITE_UTF8));
                 break;
             case Cell::Kind::Number:
                 BindNumber(handle, place, cell.number);
                 break;
             default:
-                sqlite3_bind_null(handle, place);
+                CheckBinding(handle, sqlite3_bind_null(handle, place));
         }
     }
 
@@ -206,7 +206,8 @@ struct Recordset::Implementation final : Dependent {
         for (const std::size_t position : changed)
             BindCell(*update.operator->(), ++place, position);
         const auto rowID = static_cast<int>(fields.Count());
-        sqlite3_bind_int64(update->Handle(), ++place, sqlite3_column_int64(select->Handle(), rowID));
+        CheckBinding(update->Handle(), sqlite3_bind_int64(update->Handle(), ++place,
+                                                          sqlite3_column_int64(select->Handle(), rowID)));
         update->Run();
     }
 };

@@ -18,6 +18,11 @@ namespace ADODB {
 
 /// Throws the engine's present failure of `database` as a RunTimeError.
 [[noreturn]] void RaiseDatabase(sqlite3* database);
+/// A value that could not be bound would be Null, and the statement would run with it.
+inline void CheckBinding(sqlite3_stmt* statement, int result) {
+    if (result != SQLITE_OK)
+        RaiseDatabase(sqlite3_db_handle(statement));
+}
 
 /// Binds a whole number as an integer, any other as a real one.
 void BindNumber(sqlite3_stmt* statement, int place, double number);

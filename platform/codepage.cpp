@@ -7,7 +7,6 @@
 #include <iconv.h>
 
 #include <algorithm>
-#include <clocale>
 #include <cstdlib>
 #include <cstring>
 

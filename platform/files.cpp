@@ -177,15 +177,15 @@ LocalTime FileStamp(const std::string& path) {
     return ToLocalTime(Status(path).st_mtime);
 }
 
-std::string ReadFile(const std::string& path) {
+std::string ReadFile(const std::string& path, std::uint64_t largest, FollowLinks follow) {
     // Not to wait for a writer, should the name have become a pipe since it was listed.
-    Descriptor file(path, O_RDONLY | O_NONBLOCK);
+    Descriptor file(path, O_RDONLY | O_NONBLOCK | (follow == FollowLinks::Yes ? 0 : O_NOFOLLOW));
     struct stat status {};
     if (fstat(file.Number(), &status) != 0)
         RaiseSystem(errno, path);
     if (!S_ISREG(status.st_mode))
         Raise(Errors::kPathAccess, path);
-    if (static_cast<std::uint64_t>(status.st_size) > kLargestFile)
+    if (static_cast<std::uint64_t>(status.st_size) > largest)
         Raise(Errors::kOutOfMemory, path);
     std::string contents(static_cast<std::size_t>(status.st_size), '\0');
     contents.resize(file.Read(contents.data(), contents.size()));

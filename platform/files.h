@@ -59,10 +59,12 @@ std::uint64_t ReadableLength(const std::string& path);
 /// When the file was last modified; raises error 53 where there is none.
 LocalTime FileStamp(const std::string& path);
 
-/// The whole of a regular file; raises error 53, 70 or 75, and error 7 past kLargestFile, which is ten times
-/// what the fullest machine's inventory takes.
-std::string ReadFile(const std::string& path);
+/// Ten times what the fullest machine's inventory takes.
 constexpr std::uint64_t kLargestFile = 32U << 20U;
+enum class FollowLinks { Yes, No };
+/// The whole of a regular file; raises error 53, 70 or 75, and error 7 where it has more than `largest` bytes.
+std::string ReadFile(const std::string& path, std::uint64_t largest = kLargestFile,
+                     FollowLinks follow = FollowLinks::Yes);
 
 /// Raises error 53 where there is no file.
 void DeleteFile(const std::string& path);

@@ -55,9 +55,7 @@ Profile Profile::Load(const std::string& path) {
     if (std::error_code ignored; std::filesystem::is_symlink(path, ignored))
         return {};
     try {
-        if (ReadableLength(path) > kLargest)
-            Raise(Errors::kOutOfMemory, path);
-        return Profile(ReadFile(path));
+        return Profile(ReadFile(path, kLargest, FollowLinks::No));
     } catch (const RunTimeError& failure) {
         if (failure.number == Errors::kFileNotFound)
             return {};

@@ -54,7 +54,7 @@ std::string NameFor(const std::string& programFolder) {
 } // namespace
 
 SingleInstance::SingleInstance(const std::string& programFolder) {
-    mIsPrior = IsFolderTaken(programFolder);
+    mIsPrior = !TakeFolder(programFolder);
     const std::string folder = RuntimeFolder();
     if (folder.empty())
         return;
@@ -65,9 +65,9 @@ SingleInstance::SingleInstance(const std::string& programFolder) {
         mIsPrior = true;
 }
 
-bool SingleInstance::IsFolderTaken(const std::string& programFolder) {
+bool SingleInstance::TakeFolder(const std::string& programFolder) {
     mFolder = open(programFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    return mFolder >= 0 && flock(mFolder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    return mFolder < 0 || flock(mFolder, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 SingleInstance::~SingleInstance() {

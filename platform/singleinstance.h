@@ -32,8 +32,9 @@ public:
     void ActivateFirst();
 
 private:
-    /// The folder's own lock keeps out other users' copies too: they would rebuild the same database.
-    bool IsFolderTaken(const std::string& programFolder);
+    /// Takes the folder's own lock, which keeps out other users' copies too: they would rebuild the same
+    /// database. False where another copy has it.
+    bool TakeFolder(const std::string& programFolder);
 
     int mFolder = -1;
     int mLock = -1;

@@ -140,9 +140,17 @@ double Val(std::string_view text) {
     number.erase(std::remove(number.begin(), number.end(), '+'), number.end());
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        const std::size_t significant = number.find_first_not_of("-0");
-        const bool isTooSmall = number.find("e-") != std::string::npos || number[significant] == '.';
-        if (!isTooSmall)
+        // Too small or too large, by the first digit that counts.
+        const std::size_t end = std::min(number.find('e'), number.size());
+        const auto point = static_cast<int>(std::min(number.find('.'), end));
+        const auto significant = static_cast<int>(number.find_first_not_of("-0."));
+        constexpr int kFarther = 100000; // than the thousand places of a number
+        int exponent = 0;
+        if (end < number.size()) {
+            exponent = number[end + 1] == '-' ? -kFarther : kFarther;
+            std::from_chars(number.data() + end + 1, number.data() + number.size(), exponent);
+        }
+        if (std::clamp(exponent, -kFarther, kFarther) + point - significant > 0)
             Raise(Errors::kOverflow);
         return 0;
     }
@@ -195,7 +203,9 @@ std::string FormatNumber(double value, std::string_view pattern) {
         return std::string(pattern);
     // 15 digits are what a double holds for sure; half is rounded away from zero.
     const double scale = std::pow(10.0, std::min(places.decimals, 15));
-    const double rounded = std::floor(std::abs(value) * scale + 0.5) / scale;
+    constexpr double kWhole = 9007199254740992.0; // from here on doubles have no halves
+    const double scaled = std::abs(value) * scale;
+    const double rounded = scaled < kWhole ? std::floor(scaled + 0.5) / scale : std::abs(value);
     std::array<char, 400> buffer;
     const auto printed = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded,
                                        std::chars_format::fixed, std::min(places.decimals, 15));

@@ -58,6 +58,9 @@ struct Format {
     std::string suffix;
 };
 
+/// The names that documents have for formats.
+std::vector<std::string_view> FormatNames();
+
 /// The format that documents call `name`; nothing where there is none.
 std::optional<Format> FindFormat(std::string_view name);
 

@@ -176,10 +176,9 @@ std::string_view KindName(Kind kind) {
 } // namespace
 
 Format ReadFormat(TableReader& table, const Format& fallback) {
-    constexpr std::string_view kNames[] = {"general", "date",      "yes-no",      "number",
-                                           "percent", "megabytes", "megabytes-kb"};
-    const std::optional<std::size_t> name = table.Choice("format", kNames);
-    Format format = name ? *FindFormat(kNames[*name]) : fallback;
+    const std::vector<std::string_view> names = FormatNames();
+    const std::optional<std::size_t> name = table.Choice("format", names);
+    Format format = name ? FindFormat(names[*name]).value() : fallback;
     if (const std::optional<double> decimals = table.Number("decimals", 0, 6)) {
         if (format.kind != Format::Kind::Number)
             Complain(table.Find("decimals")->line, "\"decimals\" needs a \"format\" of numbers");

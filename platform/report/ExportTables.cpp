@@ -82,8 +82,7 @@ ExportTable::ExportTable(const Report& main, const ObjectDefinition* subreport)
     for (std::size_t i = 0; i < document.fields.size(); ++i) {
         const FieldDefinition& field = document.fields[i];
         if (usage.fields[i])
-            mColumns.push_back(
-                {field.name, false, i, field.type == FieldDefinition::Type::Boolean, field.width});
+            mColumns.push_back({field.name, false, i, field.IsFlag(), field.width});
     }
     for (std::size_t i = 0; i < document.formulas.size(); ++i) {
         const NamedFormula& formula = document.formulas[i];

@@ -64,8 +64,10 @@ public:
     /// Calls `visit` for each row in the order of the report, a step each; those of a subreport come with the
     /// row that they belong to.
     void ForEachRow(ExportSteps& steps, const std::function<void(const Row& row)>& visit) const;
-    /// The rows that ForEachRow counts its steps by.
-    std::size_t StepCount() const { return mMain->RowCount(); }
+    /// The steps that ForEachRow takes where each row of a subreport has its place.
+    std::size_t StepCount() const {
+        return mMain->RowCount() + (mSubreport == nullptr ? 0 : mReport->RowCount());
+    }
 
 private:
     ExportTable(const Report& main, const ObjectDefinition* subreport);

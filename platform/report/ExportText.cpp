@@ -86,17 +86,6 @@ Character CharacterAt(std::string_view utf8, std::size_t position) {
     return {code, length};
 }
 
-std::string PlainText(const ADODB::Value& value, bool isFlag) {
-    if (const auto* const text = std::get_if<std::string>(&value))
-        return *text;
-    const auto* const number = std::get_if<double>(&value);
-    if (number == nullptr)
-        return {};
-    if (isFlag)
-        return *number != 0 ? "True" : "False";
-    return NumberText(*number);
-}
-
 void AppendHTML(std::string& html, std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t plain = PlainRun(text, at);

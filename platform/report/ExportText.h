@@ -18,9 +18,6 @@ struct Character {
 };
 Character CharacterAt(std::string_view utf8, std::size_t position);
 
-/// A value as plain text: numbers bare with a point, flags as "True" and "False", Null as "".
-std::string PlainText(const ADODB::Value& value, bool isFlag);
-
 /// Appends `text` to a page, with its markup escaped. Control characters become blanks, other characters
 /// that HTML forbids U+FFFD.
 void AppendHTML(std::string& html, std::string_view text);

@@ -25,7 +25,7 @@ void AppendValue(std::string& line, const ADODB::Value& value, bool isFlag) {
     if (std::holds_alternative<std::string>(value))
         AppendCSV(line, std::get<std::string>(value));
     else
-        line += PlainText(value, isFlag);
+        line += FormatValue(Format(), value, isFlag);
 }
 
 } // namespace

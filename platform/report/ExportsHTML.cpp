@@ -136,14 +136,13 @@ private:
                 return mTotals.Text(object, group);
             case Source::Kind::PageNumber:
             case Source::Kind::PageCount:
-                return {};
+            case Source::Kind::PrintDate:
+                break;
             case Source::Kind::Field:
             case Source::Kind::Formula:
                 return row == nullptr ? std::string() : mReport.ObjectText(object, *row);
-            case Source::Kind::PrintDate:
-                break;
         }
-        return mReport.ObjectText(object, row == nullptr ? Row() : *row);
+        return {};
     }
 
     std::string LineText(const Line& line, const Row* row, std::size_t group) const {
@@ -171,7 +170,7 @@ private:
         if (!text.empty())
             return text;
         const Group& group = mDocument.groups[level];
-        const bool isFlag = mDocument.fields[group.field].type == FieldDefinition::Type::Boolean;
+        const bool isFlag = mDocument.fields[group.field].IsFlag();
         return FormatValue(group.format, row[group.field], isFlag);
     }
 
@@ -294,7 +293,7 @@ private:
                     mStyles.push_back(object.style);
                 }
         const FormatEvent* const event = mReport.EventOf(mShown.Rows());
-        if (event == nullptr || !*event)
+        if (event == nullptr)
             return;
         std::vector<ObjectFormat> formats;
         formats.reserve(objects.size());
@@ -389,6 +388,20 @@ private:
     bool mIsFootOpen = false;
 };
 
+/// Each row is a step, as often as a chart counts it and where it is written.
+std::size_t StepCount(const Report& report) {
+    std::size_t count = report.RowCount();
+    for (const Section& section : report.Definition().sections)
+        for (const Line& line : section.lines)
+            for (const ObjectDefinition& object : line.objects) {
+                if (object.kind == Kind::Chart)
+                    count += report.RowCount();
+                if (object.kind == Kind::Subreport)
+                    count += report.Subreport(object).RowCount();
+            }
+    return count;
+}
+
 } // namespace
 
 bool WriteHTML(const Report& report, ReplacedFile& file, const ExportProgress& progress) {
@@ -400,7 +413,7 @@ bool WriteHTML(const Report& report, ReplacedFile& file, const ExportProgress& p
                "</title>\n<style>\n");
     file.Write(kStyle);
     file.Write("</style>\n</head>\n<body>\n<h1>" + title + "</h1>\n");
-    ExportSteps steps(progress, 0, 1, report.RowCount());
+    ExportSteps steps(progress, 0, 1, StepCount(report));
     constexpr int kHeadingLevel = 2;
     Body body(report, file, steps, kHeadingLevel);
     body.WriteCharts();

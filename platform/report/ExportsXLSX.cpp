@@ -36,8 +36,10 @@ public:
     std::string Next(const std::string& title) {
         std::string base;
         for (const char c : title)
-            base +=
-                static_cast<unsigned char>(c) < 0x20 || std::string_view("[]:*?/\\'").find(c) < 8 ? ' ' : c;
+            base += static_cast<unsigned char>(c) < 0x20 ||
+                            std::string_view("[]:*?/\\'").find(c) != std::string_view::npos
+                        ? ' '
+                        : c;
         base = WorkbookText(base);
         // "History" is the one name that spreadsheets keep for themselves.
         if (base.find_first_not_of(' ') == std::string::npos || EqualNoCase(base, "History"))
@@ -77,6 +79,7 @@ public:
     }
 
     void BeginSheet(const ExportTable& table) {
+        errno = 0;
         mSheet = workbook_add_worksheet(mBook.get(), mNames.Next(table.Title()).c_str());
         if (mSheet == nullptr)
             RaiseSystem(errno == 0 ? ENOSPC : errno, mTarget);
@@ -135,7 +138,7 @@ private:
             worksheet_write_boolean(mSheet, mRow, column, *number != 0 ? 1 : 0, nullptr);
         else if (number != nullptr && std::isfinite(*number))
             worksheet_write_number(mSheet, mRow, column, *number, nullptr);
-        else if (const std::string text = WorkbookText(PlainText(value, isFlag)); !text.empty())
+        else if (const std::string text = WorkbookText(FormatValue(Format(), value, isFlag)); !text.empty())
             worksheet_write_string(mSheet, mRow, column, text.c_str(), nullptr);
     }
 

@@ -57,6 +57,13 @@ std::string NumberUnder(const Format& format, double value, bool isFlag) {
 
 } // namespace
 
+std::vector<std::string_view> FormatNames() {
+    std::vector<std::string_view> names;
+    for (const NamedFormat& format : kFormats)
+        names.push_back(format.name);
+    return names;
+}
+
 std::optional<Format> FindFormat(std::string_view name) {
     for (const NamedFormat& known : kFormats)
         if (known.name == name)

@@ -35,6 +35,8 @@ struct FieldDefinition {
     Type type = Type::Text;
     /// Characters, for texts.
     int width = 0;
+
+    bool IsFlag() const { return type == Type::Boolean; }
 };
 
 /// The field that a reference such as "{PC.RAM}" names, without regard to case; nothing where it names none.

@@ -38,13 +38,6 @@ private:
     const std::vector<Value>& mValues;
 };
 
-std::string Trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(' ');
-    if (begin == std::string_view::npos)
-        return {};
-    return std::string(text.substr(begin, text.find_last_not_of(' ') - begin + 1));
-}
-
 /// `text` without its first `count` characters.
 std::string_view WithoutFirst(std::string_view text, std::size_t count) {
     return text.substr(FirstCharacters(text, count).size());
@@ -168,7 +161,7 @@ Value CallFunction(const Formula::Node& call, const std::vector<Value>& values) 
         case Function::Text:
             return FormatValue(call.format, values.front(), arguments.IsFlag(0));
         case Function::Trim:
-            return Trimmed(arguments.Text(0));
+            return std::string(WithoutOuterBlanks(arguments.Text(0)));
         case Function::UCase:
             return UpperCase(arguments.Text(0));
         case Function::Val:

@@ -209,7 +209,7 @@ private:
         Node node;
         node.kind = Node::Kind::Field;
         node.field = *field;
-        node.isFlag = mFields[*field].type == FieldDefinition::Type::Boolean;
+        node.isFlag = mFields[*field].IsFlag();
         return Made(std::move(node));
     }
 

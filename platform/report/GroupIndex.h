@@ -37,7 +37,6 @@ public:
     std::size_t Size() const { return mOrder.size(); }
     Place At(std::size_t index) const { return {mOrder[index].level, mOrder[index].number}; }
 
-    std::size_t Levels() const { return mLevels.size(); }
     const Entry& Of(Place place) const { return mLevels[place.level].groups[place.number]; }
     std::span<const double> SumsOf(Place place) const;
     /// The group of `level` that `row` belongs to.

@@ -333,13 +333,9 @@ GroupEntry Layout::Group(std::size_t index) const {
     mThis->report.ReadRow(entry.firstRow, row);
     const Document& document = mThis->report.Definition();
     const report::Group& group = document.groups[place.level];
-    const bool isFlag = document.fields[group.field].type == FieldDefinition::Type::Boolean;
+    const bool isFlag = document.fields[group.field].IsFlag();
     return {place.level, FormatValue(group.format, row[group.field], isFlag), entry.firstRow, entry.rowCount,
             entry.page};
-}
-
-const PageFormat& Layout::Format() const {
-    return mThis->format;
 }
 
 } // namespace report

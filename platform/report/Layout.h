@@ -38,6 +38,7 @@ public:
     Layout& operator=(const Layout&) = delete;
 
     /// Lays out the rows that the report has read, for at most `slice`; true while it is behind the report.
+    /// Raises what reading a row raises, and error 7 for pages without end.
     bool Work(std::chrono::milliseconds slice);
     /// Whether the report is complete and all of it is laid out.
     bool IsComplete() const;
@@ -55,8 +56,6 @@ public:
     double TopOf(const GroupEntry& group) const;
     /// The level of a group alone; reads no row.
     std::size_t GroupLevel(std::size_t index) const;
-
-    const PageFormat& Format() const;
 
 private:
     struct Implementation;

@@ -12,10 +12,10 @@ namespace {
 constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
 
 void WriteWhole(PageWriter& writer, const ReportPlan& plan, const SectionPlan& section, const Row& first,
-                const Totals& totals) {
+                const Totals* totals) {
     writer.Show(0, kAll);
     if (!section.lines.empty())
-        writer.Add({&plan, &section, section.lines, &first, &totals, false});
+        writer.Add({&plan, &section, section.lines, &first, totals, false});
 }
 
 } // namespace
@@ -27,17 +27,17 @@ Page Layout::Implementation::BuildPage(std::size_t number) const {
     const PageFacts facts = FactsOf(number);
     PageWriter writer(page, facts);
     const Row first = FirstRowOf(number);
-    const Totals totals = TotalsOfReport();
-
-    WriteHead(writer, number, first, totals);
-    if (mPages.empty())
-        WriteWhole(writer, plan, plan.reportFooter, first, totals);
-    else
+    WriteHead(writer, number, first);
+    if (mPages.empty()) {
+        const Totals totals = TotalsOfReport();
+        WriteWhole(writer, plan, plan.reportFooter, first, &totals);
+    } else {
         WriteRows(
             writer, mPages[number],
             number + 1 < mPages.size() ? mPages[number + 1] : PageStart{static_cast<std::uint32_t>(mRow), 0});
+    }
     writer.MoveTo(format.height - format.bottomMargin - HeightOf(plan.pageFooter, first));
-    WriteWhole(writer, plan, plan.pageFooter, first, totals);
+    WriteWhole(writer, plan, plan.pageFooter, first, nullptr);
     return page;
 }
 
@@ -45,7 +45,7 @@ double Layout::Implementation::TopOf(const GroupEntry& group) const {
     Page above;
     const PageFacts facts = FactsOf(group.page);
     PageWriter writer(above, facts);
-    WriteHead(writer, group.page, FirstRowOf(group.page), TotalsOfReport());
+    WriteHead(writer, group.page, FirstRowOf(group.page));
     WriteRows(writer, mPages.at(group.page), PageStart{static_cast<std::uint32_t>(group.firstRow), 0});
     return writer.Top();
 }
@@ -65,13 +65,15 @@ Row Layout::Implementation::FirstRowOf(std::size_t number) const {
     return first;
 }
 
-/// What stands above a page's rows.
-void Layout::Implementation::WriteHead(PageWriter& writer, std::size_t number, const Row& first,
-                                       const Totals& totals) const {
+/// What stands above a page's rows. Counts, sums and charts, which cost as much as a chart has slices, stand
+/// in the report's own header alone.
+void Layout::Implementation::WriteHead(PageWriter& writer, std::size_t number, const Row& first) const {
     writer.MoveTo(format.topMargin);
-    if (number == 0 && mHeaderStandsOnTop)
-        WriteWhole(writer, plan, plan.reportHeader, first, totals);
-    WriteWhole(writer, plan, plan.pageHeader, first, totals);
+    if (number == 0 && mHeaderStandsOnTop) {
+        const Totals totals = TotalsOfReport();
+        WriteWhole(writer, plan, plan.reportHeader, first, &totals);
+    }
+    WriteWhole(writer, plan, plan.pageHeader, first, nullptr);
     if (!mPages.empty())
         WriteRepeatedHeaders(writer, number, first);
 }

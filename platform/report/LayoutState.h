@@ -70,7 +70,7 @@ private:
     // Building pages.
     PageFacts FactsOf(std::size_t number) const;
     Row FirstRowOf(std::size_t number) const;
-    void WriteHead(PageWriter& writer, std::size_t number, const Row& first, const Totals& totals) const;
+    void WriteHead(PageWriter& writer, std::size_t number, const Row& first) const;
     void WriteRepeatedHeaders(PageWriter& writer, std::size_t page, const Row& first) const;
     void WriteRows(PageWriter& writer, PageStart from, PageStart until) const;
     std::size_t NextWithBands(std::size_t row) const;

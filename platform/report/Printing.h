@@ -5,8 +5,10 @@
 
 #include "platform/report/Page.h"
 
+#include <algorithm>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 class QPainter;
@@ -30,6 +32,12 @@ struct PrintJob {
     int copies = 1;
 };
 
+/// The first and the last page of a job that a report of `pages` pages has, from 1.
+inline std::pair<int, int> PagesOf(const PrintJob& job, int pages) {
+    const int first = std::clamp(job.firstPage, 1, std::max(pages, 1));
+    return {first, job.lastPage == 0 ? pages : std::clamp(job.lastPage, first, std::max(pages, first))};
+}
+
 class Printing {
 public:
     virtual ~Printing() = default;
@@ -39,14 +47,14 @@ public:
     /// The user's default printer; all empty where it is none of those installed. Raises error -1 where none
     /// is installed.
     virtual Printer DefaultPrinter() = 0;
-    /// Makes a printer the user's own default, in their own settings; the system's is left alone. Whether the
-    /// printer can be reached, and whether the change was made.
     struct Change {
         bool isReached = false;
+        /// Whether it is the default now: the environment may name another one.
         bool isChanged = false;
         /// The system's last error number where it was not reached.
         int errorNumber = 0;
     };
+    /// Makes a printer the user's own default, in their own settings; the system's is left alone.
     virtual Change ChangeDefault(const std::string& deviceName) = 0;
 
     /// The print dialog, with `printerName` chosen; false on cancel. `pages` is what the report has.

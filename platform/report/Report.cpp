@@ -245,7 +245,7 @@ std::string Report::ObjectText(const ObjectDefinition& object, const Row& row) c
     if (object.source.kind == Source::Kind::Field) {
         if (object.source.index < row.size())
             text = FormatValue(object.format, row[object.source.index],
-                               mDocument.fields[object.source.index].type == FieldDefinition::Type::Boolean);
+                               mDocument.fields[object.source.index].IsFlag());
     } else if (object.source.kind == Source::Kind::Formula) {
         const Formula& formula = mDocument.formulas[object.source.index].formula;
         text = FormatValue(object.format, formula.Evaluate(row), formula.IsFlag());

@@ -140,10 +140,12 @@ public:
     int Generation() const { return mGeneration; }
 
     /// The selected rows in the order of the report. Rows are known as they are read, unless a group sorts:
-    /// then none is before all are read.
+    /// then none is before all are read. None is before those of the subreports are.
     std::size_t RowCount() const;
-    /// Rows taken from the recordset so far, also while they wait to be sorted.
+    /// Selected rows taken from the recordset so far, also while they wait to be sorted.
     std::size_t RowsRead() const;
+    /// Row `index` of RowCount into `row`, its values in the order of the fields. Raises error 9 where there
+    /// is none, and what a store on a failing disk raises.
     void ReadRow(std::size_t index, Row& row) const;
     /// Rows of a subreport that belong to a value of the main row's join field.
     std::vector<std::size_t> RowsJoinedTo(const ObjectDefinition& subreport, const ADODB::Value& value) const;

@@ -12,12 +12,9 @@ static void LoadPictures() {
 namespace report {
 
 QIcon ReportIcon(const char* name) {
-    static const bool kIsLoaded = [] {
-        LoadPictures();
-        return true;
-    }();
+    LoadPictures(); // again does nothing
     const QString standard = QString::fromLatin1(name);
-    if (!kIsLoaded || standard.isEmpty())
+    if (standard.isEmpty())
         return {};
     return QIcon::fromTheme(standard, QIcon(QStringLiteral(":/report/icons/%1.svg").arg(standard)));
 }

@@ -87,7 +87,7 @@ Printing::Change SystemPrinting::ChangeDefault(const std::string& deviceName) {
         change.isChanged = DefaultPrinterName() == deviceName;
     } catch (const RunTimeError&) {
         // The caller is told by isChanged.
-        change.isChanged = false;
+        return change;
     }
     return change;
 }
@@ -158,8 +158,7 @@ bool SystemPrinting::SetUp(QWidget* owner) {
 void SystemPrinting::Print(const PrintJob& job, const PageFormat& format, const std::string& title, int pages,
                            const std::function<void(int number, QPainter& painter)>& paint,
                            const std::function<bool(int number)>& progress) {
-    const int first = std::clamp(job.firstPage, 1, std::max(pages, 1));
-    const int last = job.lastPage == 0 ? pages : std::clamp(job.lastPage, first, std::max(pages, first));
+    const auto [first, last] = PagesOf(job, pages);
     const PaintedPages painted{format, title, first - 1, last - first + 1, paint, progress};
     if (!job.pdfPath.empty()) {
         WritePDF(job.pdfPath, painted);

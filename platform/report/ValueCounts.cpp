@@ -4,7 +4,7 @@
 namespace report {
 
 ValueCounts::ValueCounts(const Document& document, std::size_t field)
-    : mField(field), mIsFlag(document.fields[field].type == FieldDefinition::Type::Boolean) {}
+    : mField(field), mIsFlag(document.fields[field].IsFlag()) {}
 
 void ValueCounts::Add(const Row& row) {
     const ADODB::Value& value = row[mField];

@@ -94,6 +94,7 @@ void Viewer::Implementation::Take(std::shared_ptr<Report> source) {
 void Viewer::Implementation::LayOutAnew() {
     exportedTo.clear();
     finder->Source({});
+    findBar->Note({});
     groups->Show(nullptr, 0);
     pages->Show(format, {});
     layout.reset();
@@ -194,7 +195,9 @@ void Viewer::Implementation::Refresh() {
     if (!report || isHeld)
         return;
     report->Refresh();
-    exportedTo.clear();
+    // The pages on show would ask for rows that are gone.
+    generation = report->Generation();
+    LayOutAnew();
     isStopped = false;
     hasFailed = false;
     isBusy = true;

@@ -30,7 +30,8 @@ public:
 
     /// What to show; takes part in owning it.
     void ReportSource(std::shared_ptr<Report> report);
-    /// Begins to read and show it. A failure to read raises here or from IsBusy.
+    /// Begins to read and show it; raises error 91 without a report. A failure to read raises from IsBusy, or
+    /// is told in a box once nobody asks it any more.
     void ViewReport();
     /// Whether the group tree stands beside the pages.
     void DisplayGroupTree(bool isShown);

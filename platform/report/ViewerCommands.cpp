@@ -129,8 +129,7 @@ void Viewer::Implementation::Print() {
         return;
     const Hold hold(viewer, isHeld);
     ProgressWindow window(&viewer, QStringLiteral("Printing\u2026"));
-    const int first = std::clamp(job.firstPage, 1, std::max(count, 1));
-    const int last = job.lastPage == 0 ? count : std::clamp(job.lastPage, first, std::max(count, first));
+    const auto [first, last] = PagesOf(job, count);
     printing.Print(
         job, format, Title(), count,
         [this](int number, QPainter& painter) {

@@ -3,11 +3,11 @@
 #include "reports/frmAllReports.h"
 #include "reports/frmSelectPrinter.h"
 #include "tests/reports/ReportsTest.h"
+#include "tests/support/Windows.h"
 
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTimer>
 
 namespace {
 
@@ -24,10 +24,8 @@ protected:
 
     /// Opens the chooser, and acts on it while it is open.
     void Choose(const std::function<void(frmSelectPrinter& chooser, QListWidget& list)>& act) {
-        QTimer::singleShot(0, report, [&] {
-            auto& chooser = *Find<frmSelectPrinter>("frmSelectPrinter");
-            ASSERT_TRUE(chooser.isModal());
-            act(chooser, ControlOf<QListWidget>(chooser, "LSTPrinters"));
+        const NextDialog answer([&](QDialog& dialog) {
+            act(static_cast<frmSelectPrinter&>(dialog), ControlOf<QListWidget>(dialog, "LSTPrinters"));
         });
         Trigger(*report, "mnuPrinter");
     }

@@ -4,6 +4,7 @@
 #include "core/Globals.h"
 #include "import/Schema.h"
 #include "import/cSinImport.h"
+#include "tests/support/Database.h"
 
 #include <sqlite3.h>
 
@@ -11,39 +12,15 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
-#include <set>
 #include <utility>
-
-namespace {
-
-std::string Query(sqlite3* database, const std::string& sql) {
-    std::string rows;
-    char* message = nullptr;
-    sqlite3_exec(
-        database, sql.c_str(),
-        [](void* text, int count, char** values, char**) {
-            auto& all = *static_cast<std::string*>(text);
-            for (int i = 0; i < count; ++i)
-                all += std::string(values[i] == nullptr ? "<Null>" : values[i]) + "|";
-            all += "\n";
-            return 0;
-        },
-        &rows, &message);
-    if (message != nullptr)
-        rows += message;
-    sqlite3_free(message);
-    return rows;
-}
-
-} // namespace
 
 std::string Contents(const std::string& path) {
     sqlite3* database = nullptr;
     sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
     std::string contents =
-        Query(database, "PRAGMA integrity_check") + Query(database, "PRAGMA foreign_key_check");
+        RowsOf(database, "PRAGMA integrity_check") + "\n" + RowsOf(database, "PRAGMA foreign_key_check");
     for (const TableDefinition& table : InventoryTables())
-        contents += Query(database, "SELECT * FROM [" + std::string(table.name) + "]");
+        contents += "\n" + RowsOf(database, "SELECT * FROM [" + std::string(table.name) + "]");
     sqlite3_close(database);
     return contents;
 }
@@ -68,12 +45,10 @@ std::string ArchiveTest::MakeDatabase(const std::string& name, const std::vector
     std::string path = folder.Path(name);
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     CreateDatabase(path);
-    ADODB::Connection connection;
-    connection.ConnectionString("DBQ=" + path + ";USR=Admin;");
-    connection.Open();
+    const auto connection = OpenDatabase(path);
     for (const std::string& machine : machines)
-        connection.Execute("INSERT INTO Net (COMPUTERNAME) VALUES ('" + machine + "')");
-    connection.Close();
+        connection->Execute("INSERT INTO Net (COMPUTERNAME) VALUES ('" + machine + "')");
+    connection->Close();
     return path;
 }
 
@@ -95,11 +70,8 @@ std::string ArchiveTest::Told() {
 }
 
 std::string ArchiveTest::Files(const std::string& subfolder) const {
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.Path(subfolder)))
-        names.insert(entry.path().filename());
     std::string all;
-    for (const std::string& name : names)
+    for (const std::string& name : folder.Names(subfolder))
         all += name + " ";
     return all;
 }

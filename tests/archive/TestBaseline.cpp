@@ -4,9 +4,8 @@
 #include "core/Globals.h"
 #include "platform/files.h"
 #include "tests/archive/ArchiveTest.h"
+#include "tests/support/Database.h"
 #include "tests/support/SmallFiles.h"
-
-#include <sqlite3.h>
 
 #include <filesystem>
 
@@ -61,11 +60,7 @@ protected:
         return folder.ReadFile("INF/" + name);
     }
 
-    static int Machines() {
-        ADODB::Recordset rows;
-        rows.Open("SELECT * FROM Net", gConnection);
-        return rows.RecordCount();
-    }
+    static std::string Machines() { return RowsOf(*gConnection, "SELECT COUNT(*) FROM Net"); }
 
     BaselineRewrite baseline{form, prompts};
 };
@@ -79,13 +74,13 @@ TEST_F(BaselineTest, EveryCurrentFileTakesThePlaceOfItsOriginal) {
                            " and rewrite the ORG files in the " + folder.Path("INF") +
                            " directory with those in the backup ZIP file, and then run the import again!",
                        64));
-    int machines = -1;
+    std::string machines;
     form.quickImport = [&] { machines = Machines(); };
     baseline.mnuCommit();
     EXPECT_EQ(Told(),
               "Backup ORG Files?\nWorking .... Please wait\nhourglass\narrow\nBackup successful?\n\n" +
                   std::string(kRewrites) + "\n");
-    EXPECT_EQ(machines, 0) << "nothing holds the import back";
+    EXPECT_EQ(machines, "0") << "nothing holds the import back";
     EXPECT_EQ(prompts.FileDialogs().at(0).filter, "Backup File (*.zip)|*.zip");
     EXPECT_EQ(prompts.FileDialogs().at(0).defaultExtension, "zip");
     EXPECT_EQ(Files("INF"), "PC1.INF PC1.ORG PC2.ORG Pc3.Org pc2.inf ");
@@ -99,6 +94,14 @@ TEST_F(BaselineTest, EveryCurrentFileTakesThePlaceOfItsOriginal) {
 TEST_F(BaselineTest, EveryAnswerButYesChangesNothing) {
     const std::string taken = folder.WriteFile("taken.zip", "old");
     const std::string before = Contents(gDatabasePath);
+    const auto expectFailure = [this] {
+        prompts.Expect(
+            Box("Backup Failed",
+                "Backup failed. A ORG file could have been created in the time you tried to backup, "
+                "please retry. ",
+                16));
+        prompts.Expect(Box("FAILED", "Backup failed.", 16));
+    };
     const struct {
         const char* why;
         std::function<void()> expect;
@@ -116,11 +119,7 @@ TEST_F(BaselineTest, EveryAnswerButYesChangesNothing) {
          [&] {
              ExpectBackup(folder.Path("missing/new.zip"));
              prompts.Expect(Box("Error #76", "Path not found: " + folder.Path("missing"), 16));
-             prompts.Expect(Box("Backup Failed",
-                                "Backup failed. A ORG file could have been created in the time you tried to "
-                                "backup, please retry. ",
-                                16));
-             prompts.Expect(Box("FAILED", "Backup failed.", 16));
+             expectFailure();
          },
          "Backup ORG Files?\nWorking .... Please wait\nhourglass\narrow\nBackup FAILED?\n\n"},
         {"second thoughts after the backup",
@@ -130,6 +129,14 @@ TEST_F(BaselineTest, EveryAnswerButYesChangesNothing) {
          },
          "Backup ORG Files?\nWorking .... Please wait\nhourglass\narrow\nBackup successful?\n"},
         {"not without a backup", [&] { ExpectNoBackup(MsgBoxAnswer::No); }, "Backup ORG Files?\nContinue?\n"},
+        {"an archive of nothing is no backup",
+         [&] {
+             gImportDir = folder.Path("program");
+             ExpectBackup(folder.Path("none.zip"));
+             prompts.Expect(Box("Error #53", "File not found: " + folder.Path("program/*.ORG"), 16));
+             expectFailure();
+         },
+         "Backup ORG Files?\nWorking .... Please wait\nBackup FAILED?\n\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.why);
@@ -140,24 +147,13 @@ TEST_F(BaselineTest, EveryAnswerButYesChangesNothing) {
         EXPECT_EQ(folder.ReadFile("taken.zip"), "old");
         EXPECT_EQ(Contents(gDatabasePath), before);
     }
-}
-
-TEST_F(BaselineTest, AnArchiveOfNothingIsNoBackup) {
-    gImportDir = folder.Path("program");
-    ExpectBackup(folder.Path("new.zip"));
-    prompts.Expect(Box("Error #53", "File not found: " + folder.Path("program/*.ORG")));
-    prompts.Expect(Box("Backup Failed",
-                       "Backup failed. A ORG file could have been created in the time you tried to backup, "
-                       "please retry. "));
-    prompts.Expect(Box("FAILED", "Backup failed."));
-    baseline.mnuCommit();
-    EXPECT_FALSE(folder.Exists("new.zip"));
+    EXPECT_FALSE(folder.Exists("none.zip"));
 }
 
 TEST_F(BaselineTest, WithoutCurrentFilesTheOriginalOnesStay) {
     std::filesystem::remove(folder.Path("INF/PC1.INF"));
     EXPECT_EQ(Rewritten("PC1.ORG"), "original 1");
-    EXPECT_EQ(Machines(), 0);
+    EXPECT_EQ(Machines(), "0");
     EXPECT_EQ(Told(), "Backup ORG Files?\nContinue?\n" + std::string(kRewrites) + "\n") << "and no tip";
 }
 
@@ -198,7 +194,7 @@ TEST_F(BaselineTest, TheOpenDatabaseIsNoPlaceForTheBackup) {
     ExpectBackup(gDatabasePath);
     prompts.Expect(Box("mnuCommit : Error#70", "Permission denied: " + gDatabasePath, 16));
     baseline.mnuCommit();
-    EXPECT_GT(Machines(), 0);
+    EXPECT_EQ(Machines(), "3");
     EXPECT_EQ(folder.ReadFile("INF/PC1.ORG"), "original 1");
 }
 

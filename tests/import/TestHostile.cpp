@@ -2,6 +2,7 @@
 // What a client PC could put into the folder: nothing of it may crash, hang or touch the rows of a machine
 // that it does not name.
 #include "tests/import/ImportTest.h"
+#include "tests/support/Texts.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -211,18 +212,10 @@ TEST_F(HostileTest, AnyBytesAreSurvived) {
     std::mt19937 random(11);
     const std::string sound = SmallFile("BAD");
     for (int round = 0; round < 400; ++round) {
-        std::string file = sound;
-        for (int change = 0; change < 8; ++change) {
-            const std::size_t place = sound.find('[', 20) + random() % (file.size() - 200);
-            const std::size_t length = std::min<std::size_t>(random() % 40, file.size() - place);
-            if (random() % 3 == 0)
-                file.erase(place, length);
-            else if (random() % 2 == 0)
-                file.insert(place, file.substr(random() % (file.size() - length), length));
-            else
-                file[place] = static_cast<char>(random());
-        }
-        Write("BAD.ORG", file);
+        std::string sections = sound.substr(sound.find('[', 20));
+        for (int change = 0; change < 4; ++change)
+            sections = Damaged(random, std::move(sections), sound);
+        Write("BAD.ORG", sound.substr(0, sound.find('[', 20)) + sections);
         noData = false;
         cSinImport(connection, anyBox, clock, {}, nullptr).ImportInfData(inventory, "BAD", noData);
         ASSERT_EQ(Rows("SELECT COUNT(*) FROM Net WHERE COMPUTERNAME = 'GOOD'"), "1");

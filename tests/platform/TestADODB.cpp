@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/adodb.h"
-#include "platform/errors.h"
 #include "platform/files.h"
+#include "tests/support/Database.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
-#include <sys/stat.h>
-
-#include <filesystem>
 
 namespace {
 
@@ -17,39 +14,24 @@ using ADODB::Lock;
 
 class ADODBTest : public testing::Test {
 protected:
-    ADODBTest() : path(folder.Path("test.mdb")), connection(std::make_shared<ADODB::Connection>()) {
-        sqlite3* made = nullptr;
-        sqlite3_open(path.c_str(), &made);
-        const char* schema =
-            "PRAGMA journal_mode = WAL;"
-            "CREATE TABLE Net (COMPUTERNAME TEXT(20) COLLATE NOCASE PRIMARY KEY, \"Logon Date\" TEXT(8) "
-            "COLLATE NOCASE);"
-            "CREATE TABLE PC (COMPUTERNAME TEXT(50) COLLATE NOCASE REFERENCES Net ON DELETE CASCADE,"
-            " ConfID NUMERIC, RAM NUMERIC, FPU BOOLEAN, Name TEXT(5) COLLATE NOCASE);"
-            "CREATE INDEX PCParent ON PC (COMPUTERNAME);"
-            "INSERT INTO Net VALUES ('PC1', '20011102'), ('PC2', NULL);"
-            "INSERT INTO PC VALUES ('PC1', 0, 4294967296, -1, 'née'), ('PC1', 1, 1.5, 0, NULL);";
-        EXPECT_EQ(sqlite3_exec(made, schema, nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(made);
+    ADODBTest() : path(folder.WriteFile("test.mdb", "")), connection(std::make_shared<ADODB::Connection>()) {
         connection->ConnectionString("Driver={Some Driver (*.mdb)};DBQ=" + path + ";USR=Admin;PWD=x;");
         connection->Open();
+        RunSQL(*connection,
+               "PRAGMA journal_mode = WAL;"
+               "CREATE TABLE Net (COMPUTERNAME TEXT(20) COLLATE NOCASE PRIMARY KEY, \"Logon Date\" TEXT(8) "
+               "COLLATE NOCASE);"
+               "CREATE TABLE PC (COMPUTERNAME TEXT(50) COLLATE NOCASE REFERENCES Net ON DELETE CASCADE,"
+               " ConfID NUMERIC, RAM NUMERIC, FPU BOOLEAN, Name TEXT(5) COLLATE NOCASE);"
+               "CREATE INDEX PCParent ON PC (COMPUTERNAME);"
+               "INSERT INTO Net VALUES ('PC1', '20011102'), ('PC2', NULL);"
+               "INSERT INTO PC VALUES ('PC1', 0, 4294967296, -1, 'née'), ('PC1', 1, 1.5, 0, NULL);");
     }
 
     std::string One(const std::string& sql) {
         ADODB::Recordset rows;
         rows.Open(sql, connection);
         return rows.EndOfFile() ? "nothing" : std::string(rows.Fields().Item(0).Text());
-    }
-
-    template <class Work>
-    static int ErrorOf(const Work& work) {
-        try {
-            work();
-        } catch (const RunTimeError& failure) {
-            EXPECT_FALSE(failure.description.empty());
-            return failure.number;
-        }
-        return 0;
     }
 
     TemporaryFolder folder;
@@ -178,14 +160,12 @@ TEST_F(ADODBTest, IndexesOfAKilledBulkLoadComeBackAtTheNextOpening) {
 }
 
 TEST_F(ADODBTest, AnEmptiedTableTakesAlongWhatADeleteWould) {
-    const auto run = [this](const char* sql) {
-        ASSERT_EQ(sqlite3_exec(connection->Handle(), sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql;
-    };
-    run("CREATE TABLE Device (ID TEXT PRIMARY KEY, Name TEXT COLLATE NOCASE NOT NULL REFERENCES net"
-        " ON DELETE CASCADE);"
-        "CREATE TABLE Protocol (Device TEXT NOT NULL REFERENCES Device ON DELETE CASCADE);"
-        "INSERT INTO Device VALUES ('a', 'PC1'), ('b', 'PC2'); INSERT INTO Protocol VALUES ('a'), ('b');"
-        "INSERT INTO PC (ConfID) VALUES (7)");
+    RunSQL(*connection,
+           "CREATE TABLE Device (ID TEXT PRIMARY KEY, Name TEXT COLLATE NOCASE NOT NULL REFERENCES net"
+           " ON DELETE CASCADE);"
+           "CREATE TABLE Protocol (Device TEXT NOT NULL REFERENCES Device ON DELETE CASCADE);"
+           "INSERT INTO Device VALUES ('a', 'PC1'), ('b', 'PC2'); INSERT INTO Protocol VALUES ('a'), ('b');"
+           "INSERT INTO PC (ConfID) VALUES (7)");
     const auto rows = [this] {
         std::string counts;
         for (const char* table : {"Net", "PC", "Device", "Protocol"})
@@ -193,10 +173,11 @@ TEST_F(ADODBTest, AnEmptiedTableTakesAlongWhatADeleteWould) {
         return counts;
     };
     sqlite3_db_config(connection->Handle(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 1, nullptr);
-    run("CREATE TRIGGER Locked BEFORE DELETE ON Net BEGIN SELECT RAISE(ABORT, 'locked'); END");
+    RunSQL(*connection,
+           "CREATE TRIGGER Locked BEFORE DELETE ON Net BEGIN SELECT RAISE(ABORT, 'locked'); END");
     EXPECT_EQ(ErrorOf([&] { connection->EmptyTable("Net"); }), Errors::kDatabase);
     EXPECT_EQ(rows(), "2 3 2 2 ") << "all or nothing";
-    run("DROP TRIGGER Locked");
+    RunSQL(*connection, "DROP TRIGGER Locked");
     connection->BeginTrans();
     connection->EmptyTable("Net");
     connection->RollbackTrans();

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DialectSamples.h"
 #include "DialectTest.h"
-#include "platform/errors.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/Texts.h"
 
 #include <random>
 
@@ -148,13 +149,7 @@ TEST_F(AccessSQL, RefusesWhatItCannotTranslateAndQuotesThePlace) {
 
 TEST_F(AccessSQL, NestsAsDeepAsPeopleWriteAndRefusesMore) {
     const auto nested = [](int depth, const char* open, const char* core, const char* close) {
-        std::string text = "SELECT ";
-        for (int i = 0; i < depth; ++i)
-            text += open;
-        text += core;
-        for (int i = 0; i < depth; ++i)
-            text += close;
-        return text;
+        return "SELECT " + Repeated(open, depth) + core + Repeated(close, depth);
     };
     EXPECT_EQ(Rows(nested(40, "(", "1", ")")), "1");
     for (const char* open : {"(", "NOT ", "- ", "IIf(1,", "(SELECT ", "1 IN (", "2^("})
@@ -199,13 +194,9 @@ TEST_F(AccessSQL, KeepsANameInsideItsQuotes) {
         EXPECT_EQ(Run(one), "") << name;
     }
     for (const std::string& name : {std::string("O'BRIEN"), std::string("a\0b", 3), std::string("''")}) {
-        try {
-            SQLText(name);
-            ADD_FAILURE() << name;
-        } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.number, -1);
-            EXPECT_TRUE(error.description.starts_with("Syntax error in query")) << error.description;
-        }
+        const RunTimeError failure = FailureOf([&] { SQLText(name); });
+        EXPECT_EQ(failure.number, -1) << name;
+        EXPECT_TRUE(failure.description.starts_with("Syntax error in query")) << failure.description;
     }
 }
 
@@ -225,20 +216,11 @@ TEST_F(AccessSQL, SurvivesDamagedStatements) {
         "&",  "^",    " NOT ", " TOP ", " AND ", "SELECT ", " UNION ", "IIf(",  " . ", "\\",
         "!=", " IN ", " MOD ", "Left(", "\xC3",  "1E400",   "#1/1/1#", " LIKE "};
     std::mt19937 random(20011102);
-    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    const auto oneOf = [&random](const auto& texts) { return texts[random() % std::size(texts)]; };
     int translated = 0;
     for (int round = 0; round < 20000; ++round) {
-        std::string text = Samples::kStatements[below(std::size(Samples::kStatements))];
-        for (std::size_t damages = 1 + below(4); damages > 0 && !text.empty(); --damages) {
-            const std::size_t at = below(text.size());
-            const std::size_t kind = below(4);
-            if (kind == 0)
-                text[at] = static_cast<char>(below(256));
-            else if (kind == 1)
-                text.erase(at, below(8));
-            else
-                text.insert(at, kind == 2 ? kPieces[below(std::size(kPieces))] : text.substr(0, below(40)));
-        }
+        const std::string text = Damaged(random, oneOf(Samples::kStatements),
+                                         random() % 2 == 0 ? oneOf(kPieces) : oneOf(Samples::kStatements));
         try {
             const TranslatedSQL result = TranslateAccessSQL(text);
             ++translated;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/identifiers.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -66,14 +66,7 @@ TEST(Files, ReadsRegularFilesOnly) {
     TemporaryFolder folder;
     const std::string bytes("a\0b", 3);
     EXPECT_EQ(ReadFile(folder.WriteFile("x", bytes)), bytes);
-    const auto errorOf = [](const std::string& path) {
-        try {
-            ReadFile(path);
-        } catch (const RunTimeError& failure) {
-            return failure.number;
-        }
-        return 0;
-    };
+    const auto errorOf = [](const std::string& path) { return ErrorOf([&] { ReadFile(path); }); };
     EXPECT_EQ(errorOf(folder.Path("missing")), Errors::kFileNotFound);
     EXPECT_EQ(errorOf(folder.Path()), Errors::kPathAccess);
     mkfifo(folder.Path("pipe").c_str(), 0600);
@@ -90,9 +83,7 @@ TEST(Files, ACopyBelongsToItsOwnerAlone) {
     chmod(target.c_str(), 0644);
     CopyFile(source, target);
     EXPECT_EQ(FileLength(target), 3000000U);
-    struct stat status {};
-    stat(target.c_str(), &status);
-    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+    EXPECT_EQ(folder.Rights("target"), 0600U);
 }
 
 TEST(Files, OfADatabaseNothingIsLeftHoweverItIsNamed) {

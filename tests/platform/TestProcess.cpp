@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/errors.h"
 #include "platform/process.h"
+#include "tests/support/EnvironmentVariable.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +42,7 @@ TEST(Process, PathsAndArgumentsReachTheProgramUntouched) {
     const std::string program = folder.WriteFile("a folder; touch $(x)/print 'all'.sh",
                                                  "#!/bin/sh\nprintf '[%s]' \"$@\" > \"$OUT\"\n");
     std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-    setenv("OUT", folder.Path("out").c_str(), 1);
+    const EnvironmentVariable out("OUT", folder.Path("out"));
     const auto process = SystemProcesses().Shell(program, {"", "two words", "\"; rm -rf *; `id`", "$HOME"});
     EXPECT_EQ(WaitFor(*process), 0);
     EXPECT_EQ(folder.ReadFile("out"), "[][two words][\"; rm -rf *; `id`][$HOME]");
@@ -62,13 +63,9 @@ TEST(Process, WhatCannotBeStartedRaises) {
         {"executable, but of no known format: no shell tries it", noProgram, Errors::kPathAccess},
     };
     for (const auto& c : cases) {
-        try {
-            SystemProcesses().Shell(c.path, {});
-            ADD_FAILURE() << "started: " << c.why;
-        } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.number, c.number) << c.why;
-            EXPECT_NE(error.description.find(c.path), std::string::npos) << error.description;
-        }
+        const RunTimeError failure = FailureOf([&] { SystemProcesses().Shell(c.path, {}); });
+        EXPECT_EQ(failure.number, c.number) << c.why;
+        EXPECT_NE(failure.description.find(c.path), std::string::npos) << failure.description;
     }
 }
 

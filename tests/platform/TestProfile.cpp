@@ -4,6 +4,7 @@
 #include "platform/profile.h"
 #include "tests/support/SmallFiles.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Texts.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -39,12 +40,7 @@ TEST(Profile, ReadsAValueAsThePlatformDoes) {
         {"a comment is no key", "[STARTUP]\n;PATH=x\n ; PATH=y\nPATH=z\n", "z"},
         {"the code page's letters", "[STARTUP]\nPATH=M\xFCller \x80\n", "M\xC3\xBCller \xE2\x82\xAC"},
         {"a buffer of 512 with its end", "[STARTUP]\nPATH=" + std::string(600, '\xE9'),
-         [] {
-             std::string text;
-             for (int i = 0; i < 511; ++i)
-                 text += "\xC3\xA9";
-             return text;
-         }()},
+         Repeated("\xC3\xA9", 511)},
     };
     setenv("LC_ALL", "C", 1);
     for (const auto& c : cases)
@@ -132,9 +128,7 @@ TEST(ProfileFile, IsReplacedWholeAndKeepsItsRights) {
     }
     profile.Save(path);
     EXPECT_EQ(folder.ReadFile("MOVANTA.INI"), "[S]\nA=1\nK=5\n");
-    struct stat status {};
-    stat(path.c_str(), &status);
-    EXPECT_EQ(status.st_mode & 0777U, 0664U);
+    EXPECT_EQ(folder.Rights("MOVANTA.INI"), 0664U);
 }
 
 TEST(ProfileFile, ALinkIsNeitherReadNorWrittenThrough) {

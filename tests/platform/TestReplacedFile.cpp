@@ -2,7 +2,7 @@
 // Files that are written whole or not at all: what becomes of the target, of its rights, and of the folder
 // when the writing fails or is given up.
 #include "platform/ReplacedFile.h"
-#include "platform/errors.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/SmallFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -16,19 +16,6 @@ namespace {
 
 using Rights = ReplacedFile::Rights;
 
-unsigned ModeOf(const std::string& path) {
-    struct stat status {};
-    stat(path.c_str(), &status);
-    return status.st_mode & 0777U;
-}
-
-int FilesIn(const TemporaryFolder& folder) {
-    int count = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.Path()))
-        ++count;
-    return count;
-}
-
 TEST(ReplacedFile, StandsUnderItsNameOnlyWhenItIsWhole) {
     const TemporaryFolder folder;
     folder.WriteFile("report", "old");
@@ -38,14 +25,14 @@ TEST(ReplacedFile, StandsUnderItsNameOnlyWhenItIsWhole) {
         EXPECT_EQ(folder.ReadFile("report"), "old");
     }
     EXPECT_EQ(folder.ReadFile("report"), "old") << "given up";
-    EXPECT_EQ(FilesIn(folder), 1) << "and nothing left beside it";
+    EXPECT_EQ(folder.Names().size(), 1U) << "and nothing left beside it";
 
     ReplacedFile file(folder.Path("report"));
     file.Write("new ");
     file.Write("text");
     file.Commit();
     EXPECT_EQ(folder.ReadFile("report"), "new text");
-    EXPECT_EQ(FilesIn(folder), 1);
+    EXPECT_EQ(folder.Names().size(), 1U);
 }
 
 TEST(ReplacedFile, HasTheRightsThatItsUseAsksFor) {
@@ -70,9 +57,10 @@ TEST(ReplacedFile, HasTheRightsThatItsUseAsksFor) {
             chmod(path.c_str(), static_cast<mode_t>(c.before));
         }
         ReplacedFile file(path, c.rights);
-        EXPECT_EQ(ModeOf(file.TemporaryPath()), 0600U) << "until it is whole, nobody else's: " << c.why;
+        EXPECT_EQ(folder.Rights(std::filesystem::path(file.TemporaryPath()).filename().string()), 0600U)
+            << "until it is whole, nobody else's: " << c.why;
         file.Commit();
-        EXPECT_EQ(ModeOf(path), c.after) << c.why;
+        EXPECT_EQ(folder.Rights("file"), c.after) << c.why;
     }
     umask(mask);
 }
@@ -117,15 +105,9 @@ TEST(ReplacedFile, RefusesWhatItCouldNotReplace) {
         {"", Errors::kPathNotFound, "nothing"},
     };
     for (const auto& c : cases) {
-        int number = 0;
-        try {
-            const ReplacedFile file(c.path);
-        } catch (const RunTimeError& failure) {
-            number = failure.number;
-        }
-        EXPECT_EQ(number, c.error) << c.why;
+        EXPECT_EQ(ErrorOf([&] { const ReplacedFile file(c.path); }), c.error) << c.why;
     }
-    EXPECT_EQ(FilesIn(folder), 2);
+    EXPECT_EQ(folder.Names().size(), 2U);
 }
 
 TEST(ReplacedFile, AFailureToWriteLeavesTheOldFile) {
@@ -143,7 +125,7 @@ TEST(ReplacedFile, AFailureToWriteLeavesTheOldFile) {
         EXPECT_THROW(file.Commit(), RunTimeError) << "what is seen at the end alone";
     }
     EXPECT_EQ(folder.ReadFile("report"), "old");
-    EXPECT_EQ(FilesIn(folder), 1);
+    EXPECT_EQ(folder.Names().size(), 1U);
 }
 
 } // namespace

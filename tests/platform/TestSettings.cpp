@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/errors.h"
 #include "platform/settings.h"
+#include "tests/support/EnvironmentVariable.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 namespace {
@@ -24,12 +23,6 @@ protected:
         const std::string copy = mFolder.Path("copy" + std::to_string(++mCopies) + ".ini");
         std::filesystem::copy_file(mFile, copy);
         return SettingsStore(copy).GetSetting("Velmora", "Settings", key, fallback);
-    }
-
-    static mode_t Mode(const std::string& path) {
-        struct stat state {};
-        EXPECT_EQ(stat(path.c_str(), &state), 0) << path;
-        return state.st_mode & 0777U;
     }
 
     TemporaryFolder mFolder;
@@ -67,36 +60,27 @@ TEST_F(SettingsTest, TextsComeBackInTheNextRunAsTheyWere) {
 
 TEST_F(SettingsTest, OnlyTheOwnerReadsTheLogonList) {
     Save("USER_LI", "scrambled");
-    EXPECT_EQ(Mode(mFile), 0600U) << "a new file";
+    EXPECT_EQ(mFolder.Rights("configuration/velmora.ini"), 0600U) << "a new file";
 
     std::filesystem::permissions(mFile, std::filesystem::perms(0644));
     Save("USER_LI", "scrambled anew");
-    EXPECT_EQ(Mode(mFile), 0600U) << "a file that was restored from elsewhere";
+    EXPECT_EQ(mFolder.Rights("configuration/velmora.ini"), 0600U)
+        << "a file that was restored from elsewhere";
 }
 
 TEST_F(SettingsTest, TheUsersOwnStoreLiesInTheConfigurationFolder) {
-    const char* const before = std::getenv("XDG_CONFIG_HOME");
-    const std::string kept = before == nullptr ? "" : before;
-    setenv("XDG_CONFIG_HOME", mFolder.Path("xdg").c_str(), 1);
+    const EnvironmentVariable home("XDG_CONFIG_HOME", mFolder.Path("xdg"));
     SettingsStore().SaveSetting("Velmora", "Settings", "ViewMode", "3");
-    if (before == nullptr)
-        unsetenv("XDG_CONFIG_HOME");
-    else
-        setenv("XDG_CONFIG_HOME", kept.c_str(), 1);
     EXPECT_NE(mFolder.ReadFile("xdg/velmora/velmora.ini").find("ViewMode=3"), std::string::npos);
 }
 
 TEST_F(SettingsTest, AStoreThatCannotBeWrittenSaysSoEachTimeAndRecovers) {
     mFolder.WriteFile("configuration", "a file where the folder should be");
     SettingsStore store(mFile);
-    for (int attempt = 1; attempt <= 2; ++attempt) {
-        try {
-            store.SaveSetting("Velmora", "Settings", "ImportDir", "/srv/inf");
-            ADD_FAILURE() << "nothing raised in attempt " << attempt;
-        } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.number, Errors::kPathAccess);
-        }
-    }
+    for (int attempt = 1; attempt <= 2; ++attempt)
+        EXPECT_EQ(ErrorOf([&] { store.SaveSetting("Velmora", "Settings", "ImportDir", "/srv/inf"); }),
+                  Errors::kPathAccess)
+            << "attempt " << attempt;
     std::filesystem::remove(mFolder.Path("configuration"));
     store.SaveSetting("Velmora", "Settings", "ImportDir", "/srv/inventory");
     EXPECT_EQ(NextRun("ImportDir"), "/srv/inventory");

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/singleinstance.h"
+#include "tests/support/EnvironmentVariable.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QCoreApplication>
@@ -10,36 +11,20 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
-#include <map>
 
 namespace {
 
 class SingleInstanceTest : public testing::Test {
 protected:
-    SingleInstanceTest() {
-        Set("XDG_RUNTIME_DIR", mRuntime.Path());
-        Set("TMPDIR", mTemporary.Path());
-    }
-    ~SingleInstanceTest() override {
-        for (const auto& [name, value] : mBefore)
-            value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
-    }
-
-    void Set(const char* name, const std::string& value) {
-        const char* const before = std::getenv(name);
-        mBefore.try_emplace(name, before == nullptr ? std::nullopt : std::optional<std::string>(before));
-        setenv(name, value.c_str(), 1);
-    }
-
     /// One round of the start-up's wait for the collector.
     static void WaitRound() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
 
     TemporaryFolder mProgram;
     TemporaryFolder mRuntime;
     TemporaryFolder mTemporary;
-    std::map<std::string, std::optional<std::string>> mBefore;
+    EnvironmentVariable mRuntimeFolder{"XDG_RUNTIME_DIR", mRuntime.Path()};
+    EnvironmentVariable mTemporaryFolder{"TMPDIR", mTemporary.Path()};
 };
 
 TEST_F(SingleInstanceTest, ALaterCopyRaisesTheFirstThatIsWaiting) {
@@ -109,7 +94,7 @@ TEST_F(SingleInstanceTest, AnotherUsersCopyCountsAsPrior) {
     const SingleInstance first(mProgram.Path());
     // Another user has another runtime folder.
     const TemporaryFolder other;
-    qputenv("XDG_RUNTIME_DIR", other.Path().c_str());
+    const EnvironmentVariable runtimeFolder("XDG_RUNTIME_DIR", other.Path());
     EXPECT_TRUE(SingleInstance(mProgram.Path()).IsPrior()) << "both would rebuild the one database";
 }
 

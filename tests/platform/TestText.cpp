@@ -1,22 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/codepage.h"
-#include "platform/errors.h"
 #include "platform/text.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
 namespace {
-
-int ErrorOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const RunTimeError& failure) {
-        return failure.number;
-    }
-    return 0;
-}
 
 TEST(Val, ReadsTheNumberThatATextBeginsWith) {
     struct {
@@ -62,10 +53,6 @@ TEST(FormatNumber, FillsThePlacesFromTheRight) {
         {20011102, "0000-00-00", "2001-11-02"},
         {112, "0000-00-00", "0000-01-12"},
         {120011102, "0000-00-00", "12001-11-02"},
-        {-5, "00", "-05"},
-        {1234567, "#,##0", "1,234,567"},
-        {2.345, "0.00", "2.35"},
-        {3, "0.##", "3."},
     };
     for (const auto& c : cases)
         EXPECT_EQ(FormatNumber(c.value, c.pattern), c.text) << c.value << " by " << c.pattern;

@@ -2,8 +2,7 @@
 #include "tests/report/ReportTest.h"
 
 #include "platform/text.h"
-
-#include <sqlite3.h>
+#include "tests/support/Database.h"
 
 #include <cstdio>
 
@@ -17,20 +16,18 @@ fields = [
 ]
 )";
 
-ReportTest::ReportTest() : connection(std::make_shared<ADODB::Connection>()) {
-    const std::string path = folder.Path("test.mdb");
-    sqlite3* made = nullptr;
-    sqlite3_open(path.c_str(), &made);
-    const char* schema =
-        "PRAGMA journal_mode = WAL; PRAGMA synchronous = OFF; BEGIN;"
-        "CREATE TABLE Programs (Machine TEXT(50) COLLATE NOCASE, Program TEXT(255) COLLATE NOCASE, Size "
-        "NUMERIC);"
-        "CREATE TABLE Other (Machine TEXT(50) COLLATE NOCASE, Note TEXT(50), Flag BOOLEAN);"
-        "COMMIT;";
-    EXPECT_EQ(sqlite3_exec(made, schema, nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(made);
-    connection->ConnectionString("DBQ=" + path + ";USR=Admin;");
-    connection->Open();
+const char* const kNotesHead = R"(title = "Notes"
+[table]
+name = "Notes"
+fields = [{name = "PC", type = "text", width = 50}, {name = "Note", type = "text", width = 255}]
+)";
+
+ReportTest::ReportTest() : connection(OpenDatabase(folder.WriteFile("test.mdb", ""))) {
+    RunSQL(*connection,
+           "PRAGMA journal_mode = WAL; PRAGMA synchronous = OFF;"
+           "CREATE TABLE Programs (Machine TEXT(50) COLLATE NOCASE, Program TEXT(255) COLLATE NOCASE, Size "
+           "NUMERIC);"
+           "CREATE TABLE Other (Machine TEXT(50) COLLATE NOCASE, Note TEXT(50), Flag BOOLEAN);");
 }
 
 void ReportTest::FillPrograms(int count) {

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "platform/adodb.h"
-#include "platform/errors.h"
 #include "platform/report/Report.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -25,21 +25,11 @@ protected:
 
     /// The rows of a report, complete or not: "a|b|c", Null as "-", a line each.
     static std::string Rows(const report::Report& report);
-    /// The number of the error that `work` raises, 0 for none; its words must tell something.
-    template <class Work>
-    static int ErrorOf(const Work& work) {
-        try {
-            work();
-        } catch (const RunTimeError& failure) {
-            EXPECT_FALSE(failure.description.empty());
-            return failure.number;
-        }
-        return 0;
-    }
 
     TemporaryFolder folder;
     std::shared_ptr<ADODB::Connection> connection;
 };
 
-/// The head of a document of the table Programs.
+/// The head of a document of the table Programs, and of one that can stand in it: of PC and Note.
 extern const char* const kProgramsHead;
+extern const char* const kNotesHead;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DocumentSamples.h"
-#include "platform/errors.h"
 #include "platform/report/Document.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/Texts.h"
 
 #include <gtest/gtest.h>
 
@@ -21,13 +22,6 @@ std::string Shown(const std::string& text) {
     } catch (const RunTimeError& error) {
         return error.description;
     }
-}
-
-std::string Repeated(const char* piece, int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i)
-        text += piece;
-    return text;
 }
 
 TEST(Formula, GivesTheValueThatItsTextMeans) {
@@ -122,14 +116,13 @@ TEST(Formula, RefusesWithPositionAndCause) {
 TEST(Formula, CountsTheStepsOfWhatItUses) {
     std::vector<report::NamedFormula> formulas;
     formulas.push_back({"F", Formula("'x'", "T", Samples::kFields, {})});
-    try {
+    const RunTimeError failure = FailureOf([&] {
         for (int i = 0; i < 60; ++i)
             formulas.push_back(
                 {"F", Formula("{@F} & {@F}", "T", Samples::kFields, std::span(&formulas.back(), 1))});
-        FAIL() << "a text of 2 to the 60th letters";
-    } catch (const RunTimeError& error) {
-        EXPECT_NE(error.description.find("too many steps"), std::string::npos) << error.description;
-    }
+    });
+    EXPECT_NE(failure.description.find("too many steps"), std::string::npos)
+        << "a text of 2 to the 60th letters";
     const std::string hundred = Repeated("{T.Name} & ", 100) + "''";
     const ADODB::Value row[] = {std::string(1000, 'x') + "\xC3\xA9", 0.0, 0.0, {}};
     const ADODB::Value value = Formula(hundred, "T", Samples::kFields, {}).Evaluate(row);
@@ -166,26 +159,11 @@ TEST(FormatValue, ReadsAsPeopleWrite) {
 
 TEST(Formula, SurvivesWhatIsNoFormula) {
     std::mt19937 random(20020305);
-    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    const auto sample = [&random] { return Samples::kFormulas[random() % std::size(Samples::kFormulas)]; };
     const ADODB::Value row[] = {std::string("\xC3\xA9\xC3"), -1e300, -1.0, {}};
     int valid = 0;
     for (int i = 0; i < 8000; ++i) {
-        std::string text = Samples::kFormulas[below(std::size(Samples::kFormulas))];
-        const std::string other = Samples::kFormulas[below(std::size(Samples::kFormulas))];
-        for (std::size_t changes = 1 + below(3); changes > 0; --changes) {
-            const std::size_t place = below(text.size());
-            switch (below(3)) {
-                case 0:
-                    text[place] = static_cast<char>(random());
-                    break;
-                case 1:
-                    text.erase(place, 1 + below(8));
-                    break;
-                default:
-                    text.insert(place, other, below(other.size()), below(20));
-            }
-            text += ' ';
-        }
+        const std::string text = Damaged(random, sample(), sample());
         try {
             Formula(text, "T", Samples::kFields, {}).Evaluate(row);
             ++valid;

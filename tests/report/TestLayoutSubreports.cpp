@@ -10,11 +10,6 @@ const std::string kWithNotes =
     "}]\n[[detail.line]]\nobjects = [{subreport = \"notes\", name = \"Notes\", join = "
     "[\"{Programs.Machine}\", \"{Notes.PC}\"]}]\n";
 
-const std::string kNotesHead = R"(title = "Notes"
-[table]
-name = "Notes"
-fields = [{name = "PC", type = "text", width = 50}, {name = "Note", type = "text", width = 255}]
-)";
 const std::string kNotesCaptions = "[[report-header.line]]\nobjects = [{text = \"Notes of it\"" + kSize +
                                    "}]\n[[page-header.line]]\nobjects = [{text = \"Note\"" + kSize + "}]\n";
 const std::string kNotesDetail = "[[detail.line]]\nobjects = [{field = \"{Notes.Note}\"" + kSize + "}]\n";

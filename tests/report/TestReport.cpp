@@ -154,19 +154,12 @@ void OpenToWrite(ADODB::Recordset& rows, const Shared& connection) {
     rows.Open("SELECT * FROM Programs", connection, ADODB::Cursor::Keyset, ADODB::Lock::Optimistic);
 }
 
-int ErrorOfMoving(ADODB::Recordset& rows) {
-    try {
-        rows.MoveNext();
-    } catch (const RunTimeError& failure) {
-        return failure.number;
-    }
-    return 0;
-}
-
 const Disturbance kDisturbances[] = {
     {"moved to the first row", [](const Shared&, ADODB::Recordset& rows) { rows.MoveFirst(); }},
     {"moved on, when the report has passed its end",
-     [](const Shared&, ADODB::Recordset& rows) { EXPECT_EQ(ErrorOfMoving(rows), Errors::kNoCurrentRow); }},
+     [](const Shared&, ADODB::Recordset& rows) {
+         EXPECT_EQ(ErrorOf([&] { rows.MoveNext(); }), Errors::kNoCurrentRow);
+     }},
     {"closed", [](const Shared&, ADODB::Recordset& rows) { rows.Close(); }},
     {"its connection closed", [](const Shared& connection, ADODB::Recordset&) { connection->Close(); }},
     {"a transaction begun", [](const Shared& connection, ADODB::Recordset&) { connection->BeginTrans(); }},
@@ -277,13 +270,8 @@ objects = [{field = "{Programs.Machine}"}]
 [[detail.line]]
 objects = [{subreport = "notes.rpt", name = "Notes", join = ["{Programs.Machine}", "{Notes.PC}"]}]
 )";
-const char* const kNotes = R"(title = "Notes"
-[table]
-name = "Notes"
-fields = [{name = "PC", type = "text", width = 50}, {name = "Note", type = "text", width = 50}]
-[[detail.line]]
-objects = [{field = "{Notes.Note}"}]
-)";
+const std::string kNotes =
+    std::string(kNotesHead) + "[[detail.line]]\nobjects = [{field = \"{Notes.Note}\"}]\n";
 
 TEST_F(ReportTest, ASubreportsRowsAreFoundByTheirMachine) {
     for (const char* row :
@@ -292,38 +280,26 @@ TEST_F(ReportTest, ASubreportsRowsAreFoundByTheirMachine) {
     connection->Execute("INSERT INTO Programs (Machine) VALUES ('PC1')");
     const DocumentSource documents = [](const std::string&) { return kNotes; };
     Report report(std::string(kProgramsHead) + kWithSub, "programs.rpt", documents);
-    Report* notes = nullptr;
-    const report::ObjectDefinition* object = nullptr;
-    for (int section = 1; section <= report.SectionCount(); ++section)
-        for (int i = 1; i <= report.ObjectCount(section); ++i)
-            if (report.Object(section, i).Kind() == report::Kind::Subreport) {
-                EXPECT_EQ(report.Object(section, i).Name(), "Notes");
-                notes = &report.Object(section, i).OpenSubreport();
-            } else {
-                EXPECT_EQ(ErrorOf([&] { report.Object(section, i).OpenSubreport(); }), 5);
-            }
-    for (const report::Section& section : report.Definition().sections)
-        for (const report::Line& line : section.lines)
-            for (const report::ObjectDefinition& candidate : line.objects)
-                if (candidate.kind == report::Kind::Subreport)
-                    object = &candidate;
-    ASSERT_NE(notes, nullptr);
-    ASSERT_NE(object, nullptr);
+    // The second object of the third section, on its second line.
+    Report& notes = report.Object(3, 2).OpenSubreport();
+    const report::ObjectDefinition& object = report.Definition().sections[2].lines[1].objects[0];
+    EXPECT_EQ(report.Object(3, 2).Name(), "Notes");
+    EXPECT_EQ(ErrorOf([&] { report.Object(3, 1).OpenSubreport(); }), 5);
     report.DatabaseTable(1).SetDataSource(Query("SELECT * FROM Programs"));
     report.Finish();
-    EXPECT_TRUE(report.RowsJoinedTo(*object, std::string("PC1")).empty()) << "nothing was poured into it";
+    EXPECT_TRUE(report.RowsJoinedTo(object, std::string("PC1")).empty()) << "nothing was poured into it";
 
-    notes->DatabaseTable(1).SetDataSource(Query("SELECT Machine AS PC, Note FROM Other ORDER BY Note DESC"));
+    notes.DatabaseTable(1).SetDataSource(Query("SELECT Machine AS PC, Note FROM Other ORDER BY Note DESC"));
     EXPECT_EQ(report.RowCount(), 0U) << "rows wait for those that stand in them";
     report.Finish();
     EXPECT_EQ(report.RowCount(), 1U);
     using Places = std::vector<std::size_t>;
-    EXPECT_EQ(Rows(*notes), "PC2|two\nPc1|three\npc1|one\n|nameless\n-|lost\n");
-    EXPECT_EQ(report.RowsJoinedTo(*object, std::string("PC1")), (Places{1, 2}));
-    EXPECT_EQ(report.RowsJoinedTo(*object, std::string("pc2")), (Places{0}));
-    EXPECT_EQ(report.RowsJoinedTo(*object, std::string()), (Places{3}));
-    EXPECT_EQ(report.RowsJoinedTo(*object, {}), Places{}) << "Null joins nothing";
-    EXPECT_EQ(report.RowsJoinedTo(*object, 7.0), Places{});
+    EXPECT_EQ(Rows(notes), "PC2|two\nPc1|three\npc1|one\n|nameless\n-|lost\n");
+    EXPECT_EQ(report.RowsJoinedTo(object, std::string("PC1")), (Places{1, 2}));
+    EXPECT_EQ(report.RowsJoinedTo(object, std::string("pc2")), (Places{0}));
+    EXPECT_EQ(report.RowsJoinedTo(object, std::string()), (Places{3}));
+    EXPECT_EQ(report.RowsJoinedTo(object, {}), Places{}) << "Null joins nothing";
+    EXPECT_EQ(report.RowsJoinedTo(object, 7.0), Places{});
 }
 
 TEST_F(ReportTest, SubreportsThatCanNotBeAreRefused) {

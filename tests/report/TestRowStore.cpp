@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/errors.h"
 #include "platform/report/RowStore.h"
+#include "tests/support/EnvironmentVariable.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/SmallFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <limits>
 #include <random>
@@ -25,10 +24,8 @@ Row Numbered(int number) {
 /// Temporary files go to a folder of the test's own.
 class RowStoreTest : public testing::Test {
 protected:
-    RowStoreTest() { setenv("TMPDIR", folder.Path().c_str(), 1); }
-    ~RowStoreTest() override { unsetenv("TMPDIR"); }
-
     TemporaryFolder folder;
+    EnvironmentVariable temporary{"TMPDIR", folder.Path()};
 };
 
 TEST_F(RowStoreTest, EveryValueComesBackAsItWas) {
@@ -105,24 +102,16 @@ TEST_F(RowStoreTest, NobodyElseCanReadTheFile) {
 }
 
 TEST_F(RowStoreTest, AFullDiskIsToldAndLeavesWhatWasKept) {
-    struct rlimit before {};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     RowStore store(0);
-    struct rlimit narrow = before;
-    narrow.rlim_cur = 100000;
-    setrlimit(RLIMIT_FSIZE, &narrow);
-    int number = 0;
     std::size_t kept = 0;
-    try {
-        for (int i = 0; i < 100000; ++i, ++kept)
-            store.Append(Numbered(i));
-    } catch (const RunTimeError& failure) {
-        number = failure.number;
+    {
+        const SmallFiles full(100000);
+        EXPECT_EQ(ErrorOf([&] {
+                      for (; kept < 100000; ++kept)
+                          store.Append(Numbered(static_cast<int>(kept)));
+                  }),
+                  Errors::kDiskFull);
     }
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(number, Errors::kDiskFull);
     ASSERT_EQ(store.Count(), kept);
     Row read;
     for (std::size_t i = 0; i < kept; ++i) {
@@ -132,7 +121,7 @@ TEST_F(RowStoreTest, AFullDiskIsToldAndLeavesWhatWasKept) {
 }
 
 TEST_F(RowStoreTest, WithoutATemporaryFolderTheErrorIsTheSystems) {
-    setenv("TMPDIR", folder.Path("missing").c_str(), 1);
+    const EnvironmentVariable nowhere("TMPDIR", folder.Path("missing"));
     RowStore store(0);
     EXPECT_THROW(for (int i = 0; i < 1000; ++i) store.Append(Numbered(i)), RunTimeError);
 }

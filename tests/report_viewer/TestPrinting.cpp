@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/errors.h"
 #include "platform/report/LocalPrinters.h"
 #include "platform/report/PDFJobDialog.h"
 #include "platform/report/PagePainter.h"
 #include "platform/report/SystemPrinting.h"
 #include "tests/report_viewer/PagesForTests.h"
+#include "tests/support/EnvironmentVariable.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/QueuedPrompts.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Windows.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QTimer>
 
 #include <cups/cups.h>
 #include <gmock/gmock.h>
@@ -59,17 +59,11 @@ TEST(LocalPrinters, ADefaultIsSetAndEachPrinterKeepsItsOptions) {
 /// A machine whose settings name a print server elsewhere: the same as one without printers.
 class NoPrinters : public testing::Test {
 protected:
-    NoPrinters() : home(qgetenv("HOME")) {
-        qputenv("HOME", folder.Path().c_str());
-        cupsSetServer("192.0.2.1");
-    }
-    ~NoPrinters() override {
-        cupsSetServer(nullptr);
-        qputenv("HOME", home);
-    }
+    NoPrinters() { cupsSetServer("192.0.2.1"); }
+    ~NoPrinters() override { cupsSetServer(nullptr); }
 
     TemporaryFolder folder;
-    QByteArray home;
+    EnvironmentVariable home{"HOME", folder.Path()};
     QueuedPrompts prompts;
     SystemPrinting printing{prompts};
 };
@@ -85,13 +79,12 @@ TEST_F(NoPrinters, NothingIsAskedOfAServerElsewhere) {
     EXPECT_FALSE(folder.Exists(".cups/lpoptions"));
     PrintJob job;
     job.printerName = "Laser";
-    try {
-        printing.Print(
-            job, {}, "x", 1, [](int, QPainter&) {}, [](int) { return true; });
-        ADD_FAILURE() << "a printer that is not there took a job";
-    } catch (const RunTimeError& error) {
-        EXPECT_EQ(error.number, Errors::kPrinter);
-    }
+    EXPECT_EQ(ErrorOf([&] {
+                  printing.Print(
+                      job, {}, "x", 1, [](int, QPainter&) {}, [](int) { return true; });
+              }),
+              Errors::kPrinter)
+        << "a printer that is not there took a job";
 }
 
 TEST_F(NoPrinters, TheUsersOwnDefaultIsWrittenToTheirFolder) {
@@ -103,15 +96,13 @@ TEST_F(NoPrinters, TheUsersOwnDefaultIsWrittenToTheirFolder) {
 TEST_F(NoPrinters, ARangeGoesToAPDFFile) {
     const std::string path = folder.Path("pages.pdf");
     prompts.Expect(SaveFile("Print to File"), path);
-    QTimer::singleShot(0, [] {
-        QWidget* const dialog = QApplication::activeModalWidget();
-        ASSERT_NE(dialog, nullptr);
-        EXPECT_FALSE(dialog->findChild<QPushButton*>("cmdOK")->isEnabled()) << "no file yet";
-        dialog->findChild<QPushButton*>("btnBrowse")->click();
+    const NextDialog answer([](QDialog& dialog) {
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("cmdOK")->isEnabled()) << "no file yet";
+        dialog.findChild<QPushButton*>("btnBrowse")->click();
         // The wrong way round is taken the right way round.
-        dialog->findChild<QSpinBox*>("spnFirst")->setValue(4);
-        dialog->findChild<QSpinBox*>("spnLast")->setValue(3);
-        dialog->findChild<QPushButton*>("cmdOK")->click();
+        dialog.findChild<QSpinBox*>("spnFirst")->setValue(4);
+        dialog.findChild<QSpinBox*>("spnLast")->setValue(3);
+        dialog.findChild<QPushButton*>("cmdOK")->click();
     });
     PrintJob job;
     ASSERT_TRUE(printing.AskForJob(nullptr, "", 9, job));
@@ -136,14 +127,12 @@ TEST_F(NoPrinters, ARangeGoesToAPDFFile) {
 TEST_F(NoPrinters, AFileThatIsThereIsReplacedOnlyOnYes) {
     const std::string path = folder.WriteFile("pages.pdf", "older");
     prompts.Expect(Box("Replace?", "Replace the file pages.pdf?", 4 + 16 + 256), MsgBoxAnswer::No);
-    QTimer::singleShot(0, [] {
-        QWidget* const dialog = QApplication::activeModalWidget();
-        ASSERT_NE(dialog, nullptr);
+    const NextDialog answer([](QDialog& dialog) {
         // Without its extension, which is meant.
-        dialog->findChild<QLineEdit*>("txtFile")->setText(qgetenv("HOME") + "/pages");
-        dialog->findChild<QPushButton*>("cmdOK")->click();
-        EXPECT_TRUE(dialog->isVisible());
-        dialog->findChild<QPushButton*>("cmdCancel")->click();
+        dialog.findChild<QLineEdit*>("txtFile")->setText(qgetenv("HOME") + "/pages");
+        dialog.findChild<QPushButton*>("cmdOK")->click();
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.findChild<QPushButton*>("cmdCancel")->click();
     });
     PrintJob job;
     EXPECT_FALSE(printing.AskForJob(nullptr, "", 9, job));

@@ -1,16 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/report/PageView.h"
+#include "platform/report/Viewer.h"
+#include "tests/report/ReportTest.h"
 #include "tests/report_viewer/PagesForTests.h"
-#include "tests/report_viewer/ViewerTest.h"
+#include "tests/support/FakePrinting.h"
+#include "tests/support/QueuedPrompts.h"
+#include "tests/support/Windows.h"
 
-#include <QApplication>
+#include <QAction>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDoubleSpinBox>
-#include <QPointer>
+#include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <QTimer>
 #include <QTreeView>
 #include <QWheelEvent>
 
@@ -19,6 +25,106 @@
 namespace {
 
 using testing::HasSubstr;
+
+/// A document of the table Programs with a group for each machine.
+const char* const kByMachine = R"(
+[[report-header.line]]
+objects = [{text = "Programs by machine", size = 14, bold = true}]
+[[group]]
+field = "{Programs.Machine}"
+[[group.header.line]]
+shaded = true
+objects = [{field = "{Programs.Machine}", bold = true}]
+[[detail.line]]
+objects = [
+  {field = "{Programs.Program}", left = 0, width = 70},
+  {field = "{Programs.Size}", left = 70, width = 30, align = "right"},
+]
+[[page-footer.line]]
+objects = [{special = "page-number", prefix = "Page ", align = "center"}]
+)";
+
+/// One without groups, whose rows stay in the order in which they come.
+const char* const kAsRead = R"(
+[[detail.line]]
+objects = [{field = "{Programs.Program}"}]
+)";
+
+/// A viewer in a window of its own, over the small database of the report tests, with prompts and a printer
+/// that answer as they are told.
+class ViewerTest : public ReportTest {
+protected:
+    ViewerTest() { MakeViewer(); }
+
+    void MakeViewer() {
+        viewer = std::make_unique<report::Viewer>(prompts, printing);
+        viewer->resize(900, 500);
+        ShowActive(*viewer);
+    }
+    /// Gives a report to the viewer, which begins with it.
+    void View(std::unique_ptr<report::Report> report) {
+        shown = std::move(report);
+        viewer->ReportSource(shown);
+        viewer->ViewReport();
+        viewer->DisplayGroupTree(true);
+    }
+    /// Begins with `count` programs on each of `count` machines, as read: too much for a few slices.
+    void ViewSquared(int count) {
+        FillPrograms(count);
+        auto squared = std::make_unique<report::Report>(kProgramsHead + std::string(kAsRead), "squared.rpt");
+        squared->DatabaseTable(1).SetDataSource(
+            Query("SELECT One.Machine, Two.Program, Two.[Size] FROM Programs AS One, Programs AS Two"));
+        View(std::move(squared));
+    }
+    /// Asks IsBusy to the end, as owners do.
+    void Finish() {
+        while (viewer->IsBusy()) {
+        }
+    }
+    /// Lets the viewer work by itself until it has nothing more to do.
+    void WaitUntilIdle() {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return Find<QProgressBar>("pgbWork")->isHidden(); }, 20'000));
+    }
+    /// A report of `count` programs by machine, complete.
+    void Show(int count) {
+        FillPrograms(count);
+        View(Programs(kByMachine));
+        Finish();
+    }
+
+    template <class Part>
+    Part* Find(const char* name) {
+        return viewer->findChild<Part*>(name);
+    }
+    report::PageView* Pages() { return Find<report::PageView>("Pages"); }
+    void Press(const char* action) { Find<QAction>(action)->trigger(); }
+    std::string Status() { return Find<QLabel>("lblStatus")->text().toStdString(); }
+    int PageNumber() { return Find<QLineEdit>("txtPage")->text().toInt(); }
+    int PageCount() { return static_cast<int>(Pages()->PageCount()); }
+    /// All text of a page from 1, which is gone to.
+    std::string TextOfPage(int page) {
+        Pages()->GoTo(static_cast<std::size_t>(page - 1));
+        Pages()->SelectPage();
+        return Pages()->SelectedText().toStdString();
+    }
+    /// The line of the match that was found last.
+    std::string RevealedText() {
+        const auto revealed = Pages()->RevealedMatch();
+        if (!revealed)
+            return {};
+        const std::string text = TextOfPage(static_cast<int>(revealed->first) + 1);
+        // Texts are separated by tabs and line ends, one text each.
+        std::size_t begin = 0;
+        for (std::size_t i = 0; i < revealed->second.first.text; ++i)
+            begin = text.find_first_of("\t\n", begin) + 1;
+        return text.substr(begin, text.find_first_of("\t\n", begin) - begin);
+    }
+
+    QueuedPrompts prompts;
+    FakePrinting printing;
+    std::shared_ptr<report::Report> shown;
+    std::unique_ptr<report::Viewer> viewer;
+};
 
 TEST_F(ViewerTest, ReadsBetweenEventsAndShowsTheFirstPageEarly) {
     ViewSquared(700);
@@ -246,12 +352,12 @@ TEST_F(ViewerTest, PrintsTheRangeOnTheReportsPrinter) {
     EXPECT_EQ(printing.title, "Programs");
 
     printing.painted.clear();
-    printing.isCancelled = true;
+    printing.isAccepted = false;
     viewer->PrintReport();
     EXPECT_TRUE(printing.painted.empty());
 
-    printing.isCancelled = false;
-    printing.failure = RunTimeError(482, "The printer is on fire");
+    printing.isAccepted = true;
+    printing.failure.emplace(482, "The printer is on fire");
     prompts.Expect(Box("Error# 482", "The printer is on fire", MsgBoxStyle::kCritical));
     viewer->PrintReport();
 }
@@ -296,14 +402,12 @@ TEST_F(ViewerTest, ExportsByTheExtension) {
 TEST_F(ViewerTest, PageSetUpLaysTheSameRowsOutAnew) {
     Show(3000);
     const int portrait = PageCount();
-    QTimer::singleShot(0, [] {
-        QWidget* const dialog = QApplication::activeModalWidget();
-        ASSERT_NE(dialog, nullptr);
-        dialog->findChild<QDoubleSpinBox*>("spnLeft")->setValue(250);
-        EXPECT_FALSE(dialog->findChild<QPushButton*>("cmdOK")->isEnabled()) << "no room is left";
-        dialog->findChild<QDoubleSpinBox*>("spnLeft")->setValue(20);
-        dialog->findChild<QRadioButton*>("optLandscape")->click();
-        dialog->findChild<QPushButton*>("cmdOK")->click();
+    const NextDialog answer([](QDialog& dialog) {
+        dialog.findChild<QDoubleSpinBox*>("spnLeft")->setValue(250);
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("cmdOK")->isEnabled()) << "no room is left";
+        dialog.findChild<QDoubleSpinBox*>("spnLeft")->setValue(20);
+        dialog.findChild<QRadioButton*>("optLandscape")->click();
+        dialog.findChild<QPushButton*>("cmdOK")->click();
     });
     Press("actPageSetup");
     WaitUntilIdle();

@@ -4,8 +4,7 @@
 #include "import/Schema.h"
 #include "platform/report/Layout.h"
 #include "platform/text.h"
-
-#include <sqlite3.h>
+#include "tests/support/ErrorOf.h"
 
 #include <chrono>
 
@@ -46,10 +45,8 @@ INSERT INTO PrinterData VALUES ('PC1',1,'R','far','drv','lpt'), ('PC1',1,'L','ne
 ReportsTest::ReportsTest() {
     const std::string path = folder.Path("Demodb.mdb");
     CreateDatabase(path);
-    gConnection = std::make_shared<ADODB::Connection>();
-    gConnection->ConnectionString("DBQ=" + path + ";USR=Admin;");
-    gConnection->Open();
-    RunSQL(kInventory);
+    gConnection = OpenDatabase(path);
+    Run(kInventory);
     gImportDir = folder.Path();
 }
 
@@ -60,20 +57,6 @@ ReportsTest::~ReportsTest() {
     gConnection.reset();
     gImportDir.clear();
     EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "the pointer is left an hourglass";
-}
-
-void ReportsTest::RunSQL(const char* statements) {
-    char* message = nullptr;
-    ASSERT_EQ(sqlite3_exec(gConnection->Handle(), statements, nullptr, nullptr, &message), SQLITE_OK)
-        << message;
-}
-
-std::string ReportsTest::Ask(const char* statement) {
-    ADODB::Recordset rows;
-    std::string values;
-    for (rows.Open(statement, gConnection); !rows.EndOfFile(); rows.MoveNext())
-        values += (values.empty() ? "" : " ") + std::string(rows.Fields().Item(0).Text());
-    return values;
 }
 
 void ReportsTest::Settle() {
@@ -97,6 +80,23 @@ std::string ReportsTest::Values(const report::Report& report, const char* field)
                                                               : std::get<std::string>(value));
     }
     return values;
+}
+
+std::string ReportsTest::Unlike(const report::Report& report, ADODB::Recordset& rows) {
+    constexpr int kTypes[] = {ADODB::kTypeText, ADODB::kTypeNumber, ADODB::kTypeFlag};
+    const ADODB::FieldList& columns = rows.Fields();
+    std::string unlike;
+    std::size_t place = 0;
+    for (const report::FieldDefinition& field : report.Definition().fields) {
+        const bool isNamed = ErrorOf([&] { columns.Item(field.name); }) == 0;
+        const ADODB::Field& column = isNamed ? columns.Item(field.name) : columns.Item(place);
+        if (!isNamed)
+            unlike += field.name + "=" + column.Name() + " ";
+        if (column.Type() != kTypes[static_cast<int>(field.type)])
+            unlike += field.name + "! ";
+        ++place;
+    }
+    return unlike;
 }
 
 std::string ReportsTest::FirstPage(const report::Report& report) {

@@ -6,6 +6,7 @@
 #include "core/Globals.h"
 #include "reports/ReportCommands.h"
 #include "reports/ReportWindow.h"
+#include "tests/support/Database.h"
 #include "tests/support/FakeForm.h"
 #include "tests/support/FakePrinting.h"
 #include "tests/support/QueuedPrompts.h"
@@ -20,15 +21,18 @@
 #include <string>
 #include <vector>
 
+/// A document of the machines' names.
+constexpr const char* kNames =
+    "title = 'Names'\n[table]\nname = 'Net'\nfields = [{name = 'COMPUTERNAME', type = 'text', width = 50}]\n"
+    "[[detail.line]]\nobjects = [{field = '{Net.COMPUTERNAME}'}]";
+
 class ReportsTest : public testing::Test {
 protected:
     ReportsTest();
     ~ReportsTest() override;
 
     /// Runs statements of the engine's own SQL.
-    static void RunSQL(const char* statements);
-    /// The first values of a query's rows, joined by blanks.
-    static std::string Ask(const char* statement);
+    static void Run(const std::string& statements) { RunSQL(*gConnection, statements); }
 
     template <typename Window = ReportWindow>
     static Window* Find(const char* name) {
@@ -45,6 +49,9 @@ protected:
     static void Settle();
     /// What `field` holds in the report's rows, joined by "/"; "-" for Null.
     static std::string Values(const report::Report& report, const char* field);
+    /// The report's fields that no column of `rows` has the name of, each with the column of its place,
+    /// "Type=Kind "; and those of another type than their column, "Type! ".
+    static std::string Unlike(const report::Report& report, ADODB::Recordset& rows);
     /// The texts of the report's first page, a line each.
     static std::string FirstPage(const report::Report& report);
 

@@ -35,6 +35,7 @@ TEST_F(ComparisonTest, LinesUpWhatWasAndWhatIs) {
     EXPECT_EQ(Values(Shown(), "Org"), "1/Pentium II/100/1000/1/Pentium  II/1000/Pentium/1000");
     EXPECT_EQ(Values(Shown(), "Cur"), "1/Pentium II/107/2000/1/Pentium II/4000/-/-")
         << "the mapped drive counts on this side alone";
+    EXPECT_EQ(Unlike(Shown(), *gRecordset), "Org! Cur! ") << "of either kind, as texts";
 }
 
 TEST_F(ComparisonTest, MismatchesAreSelectedByTheReportAndNotByTheQuery) {
@@ -49,7 +50,7 @@ TEST_F(ComparisonTest, MismatchesAreSelectedByTheReportAndNotByTheQuery) {
 }
 
 TEST_F(ComparisonTest, NothingChangedIsAnEmptyReportAndNoMessage) {
-    RunSQL("DELETE FROM PC; DELETE FROM DrivesData");
+    Run("DELETE FROM PC; DELETE FROM DrivesData");
     Open(1);
     EXPECT_EQ(Shown().RowCount(), 0U);
 }
@@ -112,7 +113,8 @@ TEST_F(ComparisonTest, FixChangesCopiesTheFilesOfTheMachinesThatDiffer) {
     EXPECT_FALSE(folder.Exists("PC2.org"));
     EXPECT_EQ(folder.ReadFile("PC3.org"), "old3") << "a missing value is no difference";
     EXPECT_EQ(folder.ReadFile("PC1.inf"), "new1");
-    EXPECT_EQ(Ask("SELECT RAM FROM PC WHERE ConfID = 0"), "1000 1000 1000") << "the next import's business";
+    EXPECT_EQ(RowsOf(*gConnection, "SELECT RAM FROM PC WHERE ConfID = 0"), "1000\n1000\n1000")
+        << "the next import's business";
 }
 
 TEST_F(ComparisonTest, NoNameAndNoLinkLeadsOutOfTheFolder) {
@@ -126,9 +128,8 @@ TEST_F(ComparisonTest, NoNameAndNoLinkLeadsOutOfTheFolder) {
     std::filesystem::create_symlink(outside, folder.Path("inf/PC2.inf"));
     for (const char* name : {"../up", "..", "sub/../../up"}) {
         const std::string net = "INSERT INTO Net (COMPUTERNAME) VALUES ('" + std::string(name) + "');";
-        RunSQL((net + "INSERT INTO PC (COMPUTERNAME, ConfID, RAM) VALUES ('" + name + "',0,1), ('" + name +
-                "',1,2)")
-                   .c_str());
+        Run(net + "INSERT INTO PC (COMPUTERNAME, ConfID, RAM) VALUES ('" + name + "',0,1), ('" + name +
+            "',1,2)");
     }
     Open(0);
     FixWithSuccess();
@@ -161,7 +162,7 @@ TEST_F(ComparisonTest, FixChangesWalksWhateverTheSharedRecordsetHolds) {
 }
 
 TEST_F(ComparisonTest, AFailedLoadLeavesBothWindowsUntilTheUserClosesThem) {
-    RunSQL("DROP TABLE Drives");
+    Run("DROP TABLE Drives");
     prompts.Expect(Box("Error #-1", "no such table: Drives", MsgBoxStyle::kCritical));
     commands.mnuCompare();
     QTest::qWait(1);

@@ -31,8 +31,7 @@ protected:
 };
 
 TEST_F(CustomExamplesTest, StaffListNamesPeopleByBuilding) {
-    RunSQL(
-        "DELETE FROM Personal;"
+    Run("DELETE FROM Personal;"
         "INSERT INTO Personal (COMPUTERNAME, Name, Surname, Building, Floor, Office, PhoneW, PhoneH) VALUES "
         "('PC1','Zoë','Young','North','2','2.14','101','555'), "
         "('PC2','','Brown','north',NULL,'1','102',NULL), "
@@ -47,8 +46,7 @@ TEST_F(CustomExamplesTest, StaffListNamesPeopleByBuilding) {
 }
 
 TEST_F(CustomExamplesTest, LargeDisksPointsToThoseThatFillUp) {
-    RunSQL(
-        "INSERT INTO DrivesData (COMPUTERNAME, ConfID, \"Drive Root\", \"Drive Description\", \"Drive "
+    Run("INSERT INTO DrivesData (COMPUTERNAME, ConfID, \"Drive Root\", \"Drive Description\", \"Drive "
         "Size\", "
         "\"Drive Free\") VALUES ('PC2',1,'d:','Fixed drive',40000000000,10000000000), "
         "('PC1',1,'e:','Fixed drive',20000000000,1000000000), ('PC1',1,'n:','Network drive',90000000000,1), "

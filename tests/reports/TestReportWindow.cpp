@@ -2,16 +2,10 @@
 // The life of the report window: what it shows when, and what happens around it meanwhile.
 #include "reports/frmAllReports.h"
 #include "tests/reports/ReportsTest.h"
-
-#include <QApplication>
-#include <QPointer>
-#include <QTimer>
+#include "tests/support/Windows.h"
 
 namespace {
 
-constexpr const char* kNames =
-    "title = 'Names'\n[table]\nname = 'Net'\nfields = [{name = 'COMPUTERNAME', type = "
-    "'text', width = 50}]\n[[detail.line]]\nobjects = [{field = '{Net.COMPUTERNAME}'}]";
 /// More rows than are read at once.
 constexpr const char* kManyRows =
     "SELECT A.COMPUTERNAME FROM DeviceData AS A, DeviceData AS B, DeviceData AS C, "
@@ -37,11 +31,8 @@ TEST_F(ReportWindowTest, AReportIsReadOnceBehindTheWaitWindow) {
     const auto rows = gRecordset;
     EXPECT_TRUE(rows->IsOpen()) << "other commands may walk it";
     QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    ShowActive(other);
+    ShowActive(*window);
     EXPECT_EQ(gRecordset, rows) << "coming back reruns nothing";
 }
 

@@ -3,11 +3,11 @@
 #include "reports/frmAllReports.h"
 #include "reports/frmSelectPrinter.h"
 #include "tests/reports/ReportsTest.h"
+#include "tests/support/Windows.h"
 
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTimer>
 
 namespace {
 
@@ -19,18 +19,13 @@ protected:
     SelectPrinterTest() {
         printing.printers = {{"Laser", "drv1", "lpt1"}, {"Laser", "drv1", "lpt2"}, {"Ink", "drv2", "usb"}};
         report = new frmAllReports(context);
-        report->Report = std::make_shared<report::Report>(
-            "title = 'x'\n[table]\nname = 'Net'\nfields = "
-            "[{name = 'COMPUTERNAME', type = 'text', width = 20}]",
-            "x.rpt");
+        report->Report = std::make_shared<report::Report>(kNames, "Names.rpt");
     }
 
     /// Opens the chooser, and acts on it while it is open.
     void Choose(const std::function<void(frmSelectPrinter& chooser, QListWidget& list)>& act) {
-        QTimer::singleShot(0, report, [&] {
-            auto& chooser = *Find<frmSelectPrinter>("frmSelectPrinter");
-            ASSERT_TRUE(chooser.isModal());
-            act(chooser, ControlOf<QListWidget>(chooser, "LSTPrinters"));
+        const NextDialog answer([&](QDialog& dialog) {
+            act(static_cast<frmSelectPrinter&>(dialog), ControlOf<QListWidget>(dialog, "LSTPrinters"));
         });
         Trigger(*report, "mnuPrinter");
     }
@@ -76,25 +71,21 @@ TEST_F(SelectPrinterTest, AClickTakesEffectAtOnceAndCancelKeepsTheReportsPrinter
     EXPECT_EQ(report->Report->PrinterName(), "Laser") << "of the last OK";
 }
 
-TEST_F(SelectPrinterTest, WithoutADefaultNothingIsChosenByItself) {
+TEST_F(SelectPrinterTest, WithoutADefaultOrAPrinterNothingIsChosen) {
     printing.defaultPrinter = printing.printers.size();
     Choose([&](frmSelectPrinter& chooser, QListWidget& list) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return list.hasFocus(); }));
         EXPECT_THAT(list.selectedItems(), IsEmpty());
         Press(chooser, "cmdOK");
     });
-    EXPECT_THAT(printing.changes, IsEmpty()) << "to look at the list changes nothing";
-    EXPECT_EQ(report->Report->PrinterName(), "");
-}
-
-TEST_F(SelectPrinterTest, WithoutPrintersThereIsNothingToSetUp) {
+    FormRegistry::Instance().Unload("frmSelectPrinter");
     printing.printers.clear();
     Choose([&](frmSelectPrinter& chooser, QListWidget& list) {
         EXPECT_EQ(list.count(), 0);
         EXPECT_FALSE(ControlOf<QPushButton>(chooser, "BTNSetup").isEnabled());
         Press(chooser, "cmdOK");
     });
-    EXPECT_THAT(printing.changes, IsEmpty());
+    EXPECT_THAT(printing.changes, IsEmpty()) << "to look at the list changes nothing";
     EXPECT_EQ(report->Report->PrinterName(), "");
 }
 

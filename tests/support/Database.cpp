@@ -17,12 +17,17 @@ void RunSQL(const ADODB::Connection& connection, const std::string& statements) 
 }
 
 std::string RowsOf(const ADODB::Connection& connection, const std::string& sql) {
+    return RowsOf(connection.Handle(), sql);
+}
+
+std::string RowsOf(sqlite3* database, const std::string& sql) {
     sqlite3_stmt* prepared = nullptr;
-    if (sqlite3_prepare_v2(connection.Handle(), sql.c_str(), -1, &prepared, nullptr) != SQLITE_OK)
-        return sqlite3_errmsg(connection.Handle());
+    if (sqlite3_prepare_v2(database, sql.c_str(), -1, &prepared, nullptr) != SQLITE_OK)
+        return sqlite3_errmsg(database);
     const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(prepared, sqlite3_finalize);
     std::string rows;
-    while (sqlite3_step(prepared) == SQLITE_ROW) {
+    int result = sqlite3_step(prepared);
+    for (; result == SQLITE_ROW; result = sqlite3_step(prepared)) {
         if (!rows.empty())
             rows += '\n';
         for (int i = 0; i < sqlite3_column_count(prepared); ++i) {
@@ -32,5 +37,5 @@ std::string RowsOf(const ADODB::Connection& connection, const std::string& sql) 
             rows += text == nullptr ? "<Null>" : text;
         }
     }
-    return rows;
+    return result == SQLITE_DONE ? rows : sqlite3_errmsg(database);
 }

@@ -15,3 +15,4 @@ void RunSQL(const ADODB::Connection& connection, const std::string& statements);
 /// The rows of a query, fields joined by "|", rows by a line feed; Null reads as "<Null>". A query that fails
 /// gives the engine's words.
 std::string RowsOf(const ADODB::Connection& connection, const std::string& sql);
+std::string RowsOf(sqlite3* database, const std::string& sql);

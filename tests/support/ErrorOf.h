@@ -6,14 +6,20 @@
 
 #include <gtest/gtest.h>
 
-/// The number of the run-time error that `work` raises, 0 for none. An error without words fails the test.
+/// The run-time error that `work` raises, one of number 0 for none. An error without words fails the test.
 template <class Work>
-int ErrorOf(const Work& work) {
+RunTimeError FailureOf(const Work& work) {
     try {
         work();
     } catch (const RunTimeError& failure) {
         EXPECT_FALSE(failure.description.empty()) << failure.number;
-        return failure.number;
+        return failure;
     }
-    return 0;
+    return {0, {}};
+}
+
+/// The number of that error.
+template <class Work>
+int ErrorOf(const Work& work) {
+    return FailureOf(work).number;
 }

@@ -58,7 +58,7 @@ void ImportProgress::Show() {
 void ImportProgress::ShowInWindow() {
     if (!mWindow)
         MakeWindow();
-    mLabel->setText(QObject::tr("Importing %1 ...").arg(QString::fromStdString(mName)));
+    mLabel->setText(QStringLiteral("Importing %1 ...").arg(QString::fromStdString(mName)));
     mBar->setValue(static_cast<int>(std::floor(100 * mPercent)));
 }
 
@@ -70,7 +70,7 @@ void ImportProgress::MakeWindow() {
     mLabel->setTextFormat(Qt::PlainText);
     mBar = new QProgressBar;
     mBar->setRange(0, 100);
-    mBar->setAccessibleName(QObject::tr("Progress of the import"));
+    mBar->setAccessibleName("Progress of the import");
     auto* layout = new QVBoxLayout(mWindow.get());
     layout->addWidget(mLabel);
     layout->addWidget(mBar);

@@ -4,6 +4,7 @@
 #include "app/ImportProgress.h"
 #include "browser/frmMain.h"
 #include "core/CReadWriteEasyReg.h"
+#include "core/ConsoleSettings.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
 #include "core/MainForm.h"
@@ -18,7 +19,6 @@
 namespace {
 
 constexpr const char* kPassword = "brennickworks";
-constexpr const char* kApplicationKey = "Velmora";
 constexpr const char* kSettingsKey = "Velmora\\Settings";
 constexpr int kPollMilliseconds = 500;
 
@@ -101,8 +101,8 @@ bool Startup::Main() {
 void Startup::ApplySwitch() {
     CReadWriteEasyReg registry(mSettings);
     if (mCommandLine == "\\CLEAR") {
-        if (registry.OpenRegistry(HKEY_CURRENT_USER, kApplicationKey)) {
-            registry.DeleteDirectory("Settings");
+        if (registry.OpenRegistry(HKEY_CURRENT_USER, ConsoleSettings::kApplication)) {
+            registry.DeleteDirectory(ConsoleSettings::kSection);
             registry.CloseRegistry();
         }
     } else if (mCommandLine == "\\PASSWORD") {

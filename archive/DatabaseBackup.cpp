@@ -2,6 +2,7 @@
 #include "archive/DatabaseBackup.h"
 
 #include "archive/KeptDatabase.h"
+#include "core/Controls.h"
 #include "core/DatabaseSession.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
@@ -96,11 +97,11 @@ DatabaseBackup::DatabaseBackup(MainForm& form, Prompts& prompts, const Clock& cl
     : mForm(form), mPrompts(prompts), mClock(clock), mProgramFolder(std::move(programFolder)) {}
 
 void DatabaseBackup::mnuBackup() {
-    Guarded(&DatabaseBackup::Backup);
+    Controls::Guarded(mPrompts, [this] { Backup(); });
 }
 
 void DatabaseBackup::mnuRestore() {
-    Guarded(&DatabaseBackup::Restore);
+    Controls::Guarded(mPrompts, [this] { Restore(); });
 }
 
 void DatabaseBackup::Backup() {
@@ -244,12 +245,4 @@ std::unique_ptr<KeptDatabase> DatabaseBackup::PutInPlace(const std::string& unpa
         hold.emplace(gDatabasePath);
     replaced->GiveWayTo(target);
     return replaced;
-}
-
-void DatabaseBackup::Guarded(void (DatabaseBackup::*command)()) {
-    try {
-        (this->*command)();
-    } catch (const RunTimeError& failure) {
-        mPrompts.MsgBox(failure.description, MsgBoxStyle::kCritical, "Error#" + NumberText(failure.number));
-    }
 }

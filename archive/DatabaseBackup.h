@@ -29,7 +29,6 @@ private:
     /// keep that.
     std::unique_ptr<KeptDatabase> PutInPlace(const std::string& unpacked);
     /// Runs a command; a failure ends it with a box.
-    void Guarded(void (DatabaseBackup::*command)());
 
     MainForm& mForm;
     Prompts& mPrompts;

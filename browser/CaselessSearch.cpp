@@ -1,25 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/CaselessSearch.h"
 
+#include "core/Controls.h"
+#include "platform/codepage.h"
 #include "platform/text.h"
 
 #include <algorithm>
 
-namespace {
-
-bool IsASCII(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-QString Decoded(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
-
 CaselessSearch::CaselessSearch(std::string_view sought) : mFolded(LowerCase(sought)) {
     if (!IsASCII(sought))
-        mBeyondASCII = Decoded(sought);
+        mBeyondASCII = Controls::Shown(sought);
     const std::string first = mFolded.substr(0, 1);
     mBeginnings = UpperCase(first);
     if (mBeginnings != first)
@@ -29,7 +19,7 @@ CaselessSearch::CaselessSearch(std::string_view sought) : mFolded(LowerCase(soug
 bool CaselessSearch::IsIn(std::string_view text) const {
     if (mBeyondASCII.isEmpty())
         return IsBytesIn(text);
-    return !IsASCII(text) && Decoded(text).contains(mBeyondASCII, Qt::CaseInsensitive);
+    return !IsASCII(text) && Controls::Shown(text).contains(mBeyondASCII, Qt::CaseInsensitive);
 }
 
 bool CaselessSearch::IsBytesIn(std::string_view text) const {

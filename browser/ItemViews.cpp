@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/ItemViews.h"
 
+#include "core/Controls.h"
+
 #include <QEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -19,7 +21,6 @@ constexpr int kWidestItem = 40;
 /// Longer texts take a second line below a large icon.
 constexpr int kWidestLargeItem = 20;
 /// Opacity of the hint in an empty list.
-constexpr float kDimmed = 0.6F;
 
 void Prepare(QAbstractItemView& view) {
     view.setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -28,19 +29,6 @@ void Prepare(QAbstractItemView& view) {
     view.setTextElideMode(Qt::ElideRight);
     // Ctrl+A and the like belong to the menu; Tab leaves for the next control.
     view.setTabKeyNavigation(false);
-}
-
-void PaintHint(QAbstractItemView& view, const QString& hint) {
-    if (hint.isEmpty() || view.model() == nullptr || view.model()->rowCount() > 0)
-        return;
-    QPainter painter(view.viewport());
-    // Not the palette's colour of placeholders: some dark themes leave that one black.
-    QColor dimmed = view.palette().color(QPalette::Text);
-    dimmed.setAlphaF(kDimmed);
-    painter.setPen(dimmed);
-    const int margin = view.fontMetrics().height();
-    const QRect area = view.viewport()->rect().adjusted(margin, margin, -margin, -margin);
-    painter.drawText(area, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, hint);
 }
 
 void Search(QAbstractItemView& view, TypeAhead& typeAhead, const QString& typed) {
@@ -105,7 +93,7 @@ bool DetailsView::viewportEvent(QEvent* event) {
 
 void DetailsView::paintEvent(QPaintEvent* event) {
     QTreeView::paintEvent(event);
-    PaintHint(*this, mHint);
+    Controls::PaintHint(*this, mHint);
     PaintCell();
 }
 
@@ -191,7 +179,7 @@ bool IconsView::viewportEvent(QEvent* event) {
 
 void IconsView::paintEvent(QPaintEvent* event) {
     QListView::paintEvent(event);
-    PaintHint(*this, mHint);
+    Controls::PaintHint(*this, mHint);
 }
 
 void IconsView::initViewItemOption(QStyleOptionViewItem* option) const {

@@ -4,19 +4,12 @@
 #include "browser/CaselessSearch.h"
 #include "browser/Images.h"
 #include "browser/RowOrder.h"
+#include "core/Controls.h"
 
 #include <QTextDocument>
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-QString Shown(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
@@ -235,12 +228,12 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
     switch (role) {
         case Qt::DisplayRole:
-            return Shown(Text(row, index.column()));
+            return Controls::Shown(Text(row, index.column()));
         case Qt::DecorationRole:
             return index.column() == 0 && Icon(row) != Image::None ? QVariant(TreeIcon(Icon(row)))
                                                                    : QVariant();
         case Qt::ToolTipRole:
-            return PlainToolTip(Shown(Text(row, 0)));
+            return PlainToolTip(Controls::Shown(Text(row, 0)));
         default:
             return {};
     }
@@ -250,7 +243,7 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
         return {};
     if (role == Qt::DisplayRole)
-        return Shown(mColumns[static_cast<std::size_t>(section)].caption);
+        return Controls::Shown(mColumns[static_cast<std::size_t>(section)].caption);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter);
     return {};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/MachineMaintenance.h"
 
+#include "core/Controls.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
 #include "core/LongWork.h"
@@ -33,6 +34,8 @@ struct MachineMaintenance::MarkTexts {
 };
 
 namespace {
+
+constexpr const char* kFailure = "Error #";
 
 constexpr const char* kMarker = ".pnf";
 constexpr std::array kInventoryFiles = {".ORG", ".INF", ".PNF"};
@@ -92,11 +95,13 @@ void DeleteMachine(const std::string& machine) {
 } // namespace
 
 void MachineMaintenance::mnuFileDelete() {
-    Guarded([this] { Delete(); });
+    Controls::Guarded(
+        mPrompts, [this] { Delete(); }, kFailure);
 }
 
 void MachineMaintenance::mnuFileRemoveComp() {
-    Guarded([this] { RemoveCompletely(); });
+    Controls::Guarded(
+        mPrompts, [this] { RemoveCompletely(); }, kFailure);
 }
 
 void MachineMaintenance::mnuPopPersonal(int index) {
@@ -112,7 +117,8 @@ void MachineMaintenance::mnuPopPersonal(int index) {
          {"Unmark All?", "Are you sure your want to unmark all machines for personal information retrieval?"},
          {"All Unmarked", "All machines are unmarked for personal information retrieval!"}},
     }};
-    Guarded([&] { Mark(kTexts.at(static_cast<std::size_t>(index))); });
+    Controls::Guarded(
+        mPrompts, [&] { Mark(kTexts.at(static_cast<std::size_t>(index))); }, kFailure);
 }
 
 void MachineMaintenance::Delete() {
@@ -256,13 +262,5 @@ void MachineMaintenance::ForSelected(const std::function<void(const std::string&
             act(machine);
         last = machine;
         work.Look();
-    }
-}
-
-void MachineMaintenance::Guarded(const std::function<void()>& command) {
-    try {
-        command();
-    } catch (const RunTimeError& failure) {
-        mPrompts.MsgBox(failure.description, MsgBoxStyle::kCritical, "Error #" + NumberText(failure.number));
     }
 }

@@ -43,7 +43,6 @@ private:
     /// Runs `act` for the machines selected in the list; for one that has several rows together, once.
     void ForSelected(const std::function<void(const std::string&)>& act);
     /// Runs a command; a failure ends it with a box.
-    void Guarded(const std::function<void()>& command);
 
     MainForm& mForm;
     Prompts& mPrompts;

@@ -2,6 +2,7 @@
 #include "browser/TreeModel.h"
 
 #include "browser/Categories.h"
+#include "core/Controls.h"
 #include "platform/text.h"
 
 #include <array>
@@ -38,10 +39,6 @@ constexpr int ChildAt(int parent, int row) {
 
 const Category& CategoryOf(int node) {
     return kCategories.at(static_cast<std::size_t>(node - 1));
-}
-
-QString Shown(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 } // namespace
@@ -184,7 +181,7 @@ QVariant TreeModel::data(const QModelIndex& node, int role) const {
         return {};
     switch (role) {
         case Qt::DisplayRole:
-            return Shown(Text(node));
+            return Controls::Shown(Text(node));
         case Qt::DecorationRole:
             return TreeIcon(ImageOf(node));
         default:

@@ -2,6 +2,7 @@
 #include "browser/TypeAhead.h"
 
 #include "browser/ListModel.h"
+#include "core/Controls.h"
 #include "platform/text.h"
 
 #include <QGuiApplication>
@@ -25,8 +26,7 @@ public:
     bool Begins(std::string_view cell) const {
         if (mIsPlain)
             return EqualNoCase(cell.substr(0, mBytes.size()), mBytes);
-        return QString::fromUtf8(cell.data(), static_cast<qsizetype>(cell.size()))
-            .startsWith(mText, Qt::CaseInsensitive);
+        return Controls::Shown(cell).startsWith(mText, Qt::CaseInsensitive);
     }
 
 private:

@@ -2,8 +2,8 @@
 #include "browser/frmAbout.h"
 
 #include "browser/Images.h"
+#include "core/Admin.h"
 #include "core/HelpKey.h"
-#include "core/version.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -29,8 +29,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     setWindowTitle("About Mova Pro Admin");
     const std::array<Line, 4> lines = {{
         {"lblProduct", "MOVA Professional Administration Module", true},
-        {"lblVersion",
-         QString("Version %1.%2.%3").arg(kVersionMajor).arg(kVersionMinor).arg(kVersionRevision), false},
+        {"lblVersion", "Version " + QString::fromStdString(Admin::LongVersionText()), false},
         {"lblLicence",
          "Free software under the GNU General Public License, version 3 or later (GPL-3.0-or-later). "
          "It comes without any warranty.",

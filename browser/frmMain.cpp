@@ -5,6 +5,7 @@
 #include "browser/ListView.h"
 #include "browser/PaneLayout.h"
 #include "browser/TreeModel.h"
+#include "core/ConsoleSettings.h"
 #include "core/ElidedLabel.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
@@ -35,8 +36,6 @@
 
 namespace {
 
-constexpr const char* kApplication = "Velmora";
-constexpr const char* kSection = "Settings";
 constexpr int kSplitterWidth = 90;
 /// Of a stored size that no window can have.
 constexpr double kDefaultHeight = 6500;
@@ -338,11 +337,11 @@ bool frmMain::event(QEvent* event) {
 }
 
 std::string frmMain::Setting(const std::string& key, const std::string& fallback) const {
-    return mSettings.GetSetting(kApplication, kSection, key, fallback);
+    return ConsoleSettings::Get(mSettings, key, fallback);
 }
 
 void frmMain::SaveSetting(const std::string& key, const std::string& text) {
-    mSettings.SaveSetting(kApplication, kSection, key, text);
+    ConsoleSettings::Save(mSettings, key, text);
 }
 
 void frmMain::Guarded(const std::string& title, const std::function<void()>& work) {
@@ -350,7 +349,7 @@ void frmMain::Guarded(const std::string& title, const std::function<void()>& wor
         work();
     } catch (const RunTimeError& error) {
         // While the program starts, the top-most splash would cover the box.
-        FormRegistry::Instance().Unload("frmSplash");
+        UnloadSplash();
         mPrompts.MsgBox(error.description, MsgBoxStyle::kCritical, title + NumberText(error.number));
     }
 }

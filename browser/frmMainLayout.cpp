@@ -5,6 +5,7 @@
 #include "browser/ListView.h"
 #include "browser/PaneLayout.h"
 #include "browser/frmMain.h"
+#include "core/Controls.h"
 #include "platform/twips.h"
 
 #include <QMouseEvent>
@@ -34,8 +35,7 @@ int CategoriesWidth(const QTreeView& tree) {
     for (const Category& category : kCategories) {
         // Below the root and the branch, and some below another category.
         const int level = category.parent == kBranch ? 3 : 4;
-        const QString text =
-            QString::fromUtf8(category.text.data(), static_cast<qsizetype>(category.text.size()));
+        const QString text = Controls::Shown(category.text);
         widest = std::max(widest, level * tree.indentation() + tree.fontMetrics().horizontalAdvance(text));
     }
     const int icon = style.pixelMetric(QStyle::PM_SmallIconSize, nullptr, &tree);

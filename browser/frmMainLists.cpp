@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The lists of the categories: which node shows which, and the operations that fill them.
+#include "browser/Categories.h"
 #include "browser/CategoryLists.h"
 #include "browser/ListFiller.h"
 #include "browser/ListView.h"
@@ -45,6 +46,14 @@ constexpr std::array<CategoryMembers, 14> kMembers = {{
     {"?PRN", &frmMain::Get_PRN_All, &frmMain::Get_PRN},
     {"?UNI", &frmMain::Get_UNI_All, &frmMain::Get_UNI},
 }};
+
+/// Every category has its lists, so that a category that is known is found here.
+constexpr bool HaveAllCategoriesLists() {
+    return std::ranges::all_of(kCategories, [](const Category& category) {
+        return std::ranges::find(kMembers, category.suffix, &CategoryMembers::suffix) != kMembers.end();
+    });
+}
+static_assert(HaveAllCategoriesLists());
 
 } // namespace
 

@@ -11,9 +11,9 @@ namespace ConsoleSettings {
 constexpr const char* kApplication = "Velmora";
 constexpr const char* kSection = "Settings";
 
-/// The stored text, "" where there is none.
-inline std::string Get(const SettingsStore& store, const std::string& key) {
-    return store.GetSetting(kApplication, kSection, key, "");
+/// The stored text, `fallback` where there is none.
+inline std::string Get(const SettingsStore& store, const std::string& key, const std::string& fallback = {}) {
+    return store.GetSetting(kApplication, kSection, key, fallback);
 }
 
 /// Raises error 75 where the store can't be written.

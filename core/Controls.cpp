@@ -6,8 +6,10 @@
 #include "platform/prompts.h"
 #include "platform/text.h"
 
+#include <QAbstractItemView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTabWidget>
@@ -69,12 +71,26 @@ QString Shown(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-void Guarded(Prompts& prompts, const std::function<void()>& command) {
+void Guarded(Prompts& prompts, const std::function<void()>& command, const char* title) {
     try {
         command();
     } catch (const RunTimeError& failure) {
-        prompts.MsgBox(failure.description, MsgBoxStyle::kCritical, "Error#" + NumberText(failure.number));
+        prompts.MsgBox(failure.description, MsgBoxStyle::kCritical, title + NumberText(failure.number));
     }
+}
+
+void PaintHint(QAbstractItemView& list, const QString& hint) {
+    constexpr float kDimmed = 0.6F;
+    if (hint.isEmpty() || list.model() == nullptr || list.model()->rowCount() > 0)
+        return;
+    QPainter painter(list.viewport());
+    // Not the palette's colour of placeholders: some dark themes leave that one black.
+    QColor dimmed = list.palette().color(QPalette::Text);
+    dimmed.setAlphaF(kDimmed);
+    painter.setPen(dimmed);
+    const int margin = list.fontMetrics().height();
+    const QRect area = list.viewport()->rect().adjusted(margin, margin, -margin, -margin);
+    painter.drawText(area, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, hint);
 }
 
 } // namespace Controls

@@ -8,6 +8,7 @@
 #include <string_view>
 
 class Prompts;
+class QAbstractItemView;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -35,7 +36,10 @@ void TurnTabsByKeys(QTabWidget& tabs);
 std::string TextOf(const QLineEdit& box);
 QString Shown(std::string_view text);
 
-/// Runs a command; a failure ends it with a box that tells its number and reason.
-void Guarded(Prompts& prompts, const std::function<void()>& command);
+/// Runs a command; a failure ends it with a box that tells its reason under `title` and its number.
+void Guarded(Prompts& prompts, const std::function<void()>& command, const char* title = "Error#");
+
+/// Tells in an empty list why it is empty; to be called when its viewport is painted.
+void PaintHint(QAbstractItemView& list, const QString& hint);
 
 } // namespace Controls

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/ImportCommands.h"
 
+#include "core/ConsoleSettings.h"
 #include "core/Globals.h"
 #include "core/MainForm.h"
 #include "core/Pace.h"
@@ -15,8 +16,6 @@
 
 namespace {
 
-constexpr const char* kApplication = "Velmora";
-constexpr const char* kSection = "Settings";
 constexpr const char* kFolder = "ImportDir";
 
 constexpr std::int16_t kMinutes = 1;
@@ -88,11 +87,11 @@ std::unique_ptr<cSinImport> ImportContext::NewImport(ImportEvents& events) const
 
 void ImportContext::StoreFolder(const std::string& folder) const {
     gImportDir = folder;
-    settings.SaveSetting(kApplication, kSection, kFolder, folder);
+    ConsoleSettings::Save(settings, kFolder, folder);
 }
 
 std::string ImportContext::StoredFolder() const {
-    return FolderOnDisk(settings.GetSetting(kApplication, kSection, kFolder, ""));
+    return FolderOnDisk(ConsoleSettings::Get(settings, kFolder));
 }
 
 void ImportCommands::mnuImport() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/Schema.h"
 
+#include "core/Admin.h"
 #include "platform/errors.h"
 
 #include <fcntl.h>
@@ -247,7 +248,9 @@ std::vector<std::string> SchemaStatements() {
     for (const TableDefinition& table : kTables)
         if (std::string index = CreateIndex(table); !index.empty())
             statements.push_back(std::move(index));
-    statements.emplace_back("INSERT INTO \"Version\" VALUES ('1.20', '1.20;', NULL)");
+    // A new database is one of this console's version.
+    const std::string version = Admin::VersionText();
+    statements.push_back("INSERT INTO \"Version\" VALUES ('" + version + "', '" + version + ";', NULL)");
     return statements;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmImport.h"
 
+#include "core/Controls.h"
 #include "core/ElidedLabel.h"
 #include "core/FileModule.h"
 #include "core/FormRegistry.h"
@@ -48,12 +49,6 @@ QProgressBar* Bar(const char* name, const char* meaning, QWidget* parent) {
     return bar;
 }
 
-QPushButton* Button(const char* name, const char* caption, QWidget* parent) {
-    auto* const button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    return button;
-}
-
 } // namespace
 
 frmImport::frmImport(const ImportContext& context) : QDialog(context.form.OwnerWindow()), mContext(context) {
@@ -71,19 +66,15 @@ frmImport::~frmImport() {
 void frmImport::BuildControls() {
     auto* const label = new QLabel("Import from Directory:", this);
     label->setObjectName("Label1");
-    TXTImportDir = new QLineEdit(this);
-    TXTImportDir->setObjectName("TXTImportDir");
-    TXTImportDir->setAccessibleName("Import from Directory");
-    TXTImportDir->setMinimumWidth(fontMetrics().averageCharWidth() * kTextColumns);
-    SelectAllOnFocus(*TXTImportDir);
-    auto* const browse = Button("BTNBrowse", "Browse", this);
+    TXTImportDir = Controls::TextBox(this, "TXTImportDir", "Import from Directory", kTextColumns);
+    auto* const browse = Controls::Button(this, "BTNBrowse", "Browse");
     LBLName = StatusLabel("LBLName", "Import Status :", this);
     PBImport = Bar("PBImport", "Progress over the files", this);
     LBLNameUser = StatusLabel("LBLNameUser", "User Status :", this);
     PBImportUser = Bar("PBImportUser", "Progress within the file", this);
-    auto* const import = Button("BTNImport", "Import", this);
+    auto* const import = Controls::Button(this, "BTNImport", "Import");
     import->setDefault(true);
-    auto* const cancel = Button("BTNCancel", "Cancel", this);
+    auto* const cancel = Controls::Button(this, "BTNCancel", "Cancel");
 
     auto* const grid = new QGridLayout(this);
     grid->addWidget(label, 0, 0, 1, 2);
@@ -156,13 +147,10 @@ void frmImport::closeEvent(QCloseEvent* event) {
 }
 
 void frmImport::done(int result) {
-    try {
+    Controls::Guarded(mContext.prompts, [this] {
         if (!mIsCancelled)
             mContext.StoreFolder(FolderOnDisk(TXTImportDir->text().toStdString()));
-    } catch (const RunTimeError& failure) {
-        mContext.prompts.MsgBox(failure.description, MsgBoxStyle::kCritical,
-                                "Error#" + NumberText(failure.number));
-    }
+    });
     QDialog::done(result);
 }
 

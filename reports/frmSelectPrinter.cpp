@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/frmSelectPrinter.h"
 
+#include "core/Controls.h"
 #include "core/FormRegistry.h"
 #include "core/HelpKey.h"
 #include "platform/errors.h"
@@ -21,12 +22,6 @@ constexpr const char* kName = "frmSelectPrinter";
 /// Tells two printers of one name apart.
 std::string KeyOf(const report::Printer& printer) {
     return printer.deviceName + printer.port + printer.driverName;
-}
-
-QPushButton* Button(const char* name, const char* caption, QWidget* parent) {
-    auto* const button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    return button;
 }
 
 } // namespace
@@ -67,10 +62,10 @@ void frmSelectPrinter::BuildControls() {
     lblHint = new QLabel(this);
     lblHint->setObjectName("lblHint");
     lblHint->setWordWrap(true);
-    auto* const ok = Button("cmdOK", "OK", this);
+    auto* const ok = Controls::Button(this, "cmdOK", "OK");
     ok->setDefault(true);
-    auto* const cancel = Button("Command1", "Cancel", this);
-    BTNSetup = Button("BTNSetup", "Setup", this);
+    auto* const cancel = Controls::Button(this, "Command1", "Cancel");
+    BTNSetup = Controls::Button(this, "BTNSetup", "Setup");
 
     auto* const buttons = new QVBoxLayout;
     buttons->addWidget(ok);

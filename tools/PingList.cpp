@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/PingList.h"
 
+#include "core/Controls.h"
+
 #include <QAction>
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
@@ -16,7 +17,6 @@ namespace {
 /// Characters of the longest line that is usual.
 constexpr int kLineLength = 80;
 constexpr int kShowInterval = 50; // milliseconds
-constexpr float kDimmed = 0.6F;   // opacity of the hint
 
 /// The list measures its first line alone, so that no line after it costs time; that one must not be short.
 class LineDelegate final : public QStyledItemDelegate {
@@ -98,14 +98,5 @@ void PingList::Copy() const {
 
 void PingList::paintEvent(QPaintEvent* event) {
     QListWidget::paintEvent(event);
-    if (count() > 0 || mHint.isEmpty())
-        return;
-    QPainter painter(viewport());
-    // Not the palette's colour of placeholders: some dark themes leave that one black.
-    QColor dimmed = palette().color(QPalette::Text);
-    dimmed.setAlphaF(kDimmed);
-    painter.setPen(dimmed);
-    const int margin = fontMetrics().height();
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, mHint);
+    Controls::PaintHint(*this, mHint);
 }

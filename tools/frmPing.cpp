@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/frmPing.h"
 
+#include "core/Controls.h"
 #include "core/ElidedLabel.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
@@ -66,12 +67,6 @@ std::string Column(const std::string& text, std::size_t width) {
     return column + std::string(width - CharacterCount(column), ' ');
 }
 
-QPushButton* Button(const char* name, const char* caption, QWidget* parent) {
-    auto* const button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    return button;
-}
-
 } // namespace
 
 frmPing::frmPing(const PingContext& context) : QDialog(context.form.OwnerWindow()), mContext(context) {
@@ -94,8 +89,8 @@ void frmPing::BuildControls() {
     lstPing->setAccessibleName("Results of the pings");
     picBut = new QWidget(this);
     picBut->setObjectName("picBut");
-    btnRefresh = Button("btnRefresh", "&Refresh", picBut);
-    cmdOK = Button("cmdOK", "Close", picBut);
+    btnRefresh = Controls::Button(picBut, "btnRefresh", "&Refresh");
+    cmdOK = Controls::Button(picBut, "cmdOK", "Close");
     cmdOK->setDefault(true);
     auto* const buttons = new QHBoxLayout(picBut);
     buttons->addStretch();

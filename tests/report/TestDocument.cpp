@@ -164,15 +164,11 @@ TEST(Document, RefusesDepthInEveryForm) {
 
 TEST(Document, RefusesRowsThatNobodyCouldWaitFor) {
     const auto complaint = [](int objects) {
-        std::string text =
+        return Complaint(
             "title = 'x'\n[table]\nname = 'T'\nfields = [{name = 'N', type = 'number'}]\n"
-            "[[formula]]\nname = 'F'\ntext = '1";
-        for (int i = 0; i < 900; ++i)
-            text += " + 1";
-        text += "'\n[detail]\n[[detail.line]]\nobjects = [";
-        for (int i = 0; i < objects; ++i)
-            text += "{field = '{@F}'},";
-        return Complaint(text + "]\n");
+            "[[formula]]\nname = 'F'\ntext = '1" +
+            Repeated(" + 1", 900) + "'\n[detail]\n[[detail.line]]\nobjects = [" +
+            Repeated("{field = '{@F}'},", objects) + "]\n");
     };
     EXPECT_EQ(complaint(10), "");
     EXPECT_NE(complaint(30).find("too many steps"), std::string::npos);

@@ -62,7 +62,8 @@ LocalTime FileStamp(const std::string& path);
 /// Ten times what the fullest machine's inventory takes.
 constexpr std::uint64_t kLargestFile = 32U << 20U;
 enum class FollowLinks { Yes, No };
-/// The whole of a regular file; raises error 53, 70 or 75, and error 7 where it has more than `largest` bytes.
+/// The whole of a regular file; raises error 53, 70 or 75, and error 7 where it has more than `largest`
+/// bytes.
 std::string ReadFile(const std::string& path, std::uint64_t largest = kLargestFile,
                      FollowLinks follow = FollowLinks::Yes);
 

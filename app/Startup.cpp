@@ -19,7 +19,6 @@
 namespace {
 
 constexpr const char* kPassword = "brennickworks";
-constexpr const char* kSettingsKey = "Velmora\\Settings";
 constexpr int kPollMilliseconds = 500;
 
 void ScreenPointer(MousePointer pointer) {
@@ -106,7 +105,8 @@ void Startup::ApplySwitch() {
             registry.CloseRegistry();
         }
     } else if (mCommandLine == "\\PASSWORD") {
-        if (registry.OpenRegistry(HKEY_CURRENT_USER, kSettingsKey)) {
+        if (registry.OpenRegistry(HKEY_CURRENT_USER, std::string(ConsoleSettings::kApplication) + "\\" +
+                                                         ConsoleSettings::kSection)) {
             registry.DeleteValue("USER_LI");
             registry.CloseRegistry();
         }

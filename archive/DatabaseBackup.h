@@ -28,7 +28,6 @@ private:
     /// Puts the file at the database's path, and returns what it replaced; nothing where the user wants to
     /// keep that.
     std::unique_ptr<KeptDatabase> PutInPlace(const std::string& unpacked);
-    /// Runs a command; a failure ends it with a box.
 
     MainForm& mForm;
     Prompts& mPrompts;

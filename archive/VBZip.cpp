@@ -142,7 +142,7 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
 class Unpacking {
 public:
     Unpacking(const VBZip::Window& window, const std::string& path, std::string folder)
-        : mWindow(window), mFolder(std::move(folder)), mWork(window.form) {
+        : mWindow(window), mPath(path), mFolder(std::move(folder)), mWork(window.form) {
         // The library takes a file of no bytes for an archive of no entries.
         if (ReadableLength(path) == 0 || !FileExists(path))
             throw RunTimeError(Errors::kPathAccess, "Not a zip archive: " + path);
@@ -157,14 +157,15 @@ public:
     void Run() {
         const auto entries = static_cast<zip_uint64_t>(zip_get_num_entries(mArchive.get(), 0));
         for (zip_uint64_t entry = 0; entry < entries; ++entry)
-            mExpected += static_cast<double>(StatusOf(entry).size);
+            if (IsData(entry))
+                mExpected += static_cast<double>(StatusOf(entry).size);
         struct statvfs disk {};
         if (statvfs(mFolder.c_str(), &disk) != 0)
             RaiseSystem(errno, mFolder);
         // A file system that knows no size of its own tells zeros.
         const double free = static_cast<double>(disk.f_bavail) * static_cast<double>(disk.f_frsize);
         if (disk.f_blocks != 0 && mExpected >= free)
-            Raise(Errors::kDiskFull, mFolder);
+            Raise(Errors::kDiskFull, mPath);
         for (zip_uint64_t entry = 0; entry < entries; ++entry)
             Unpack(entry);
     }
@@ -267,6 +268,7 @@ private:
     static constexpr std::size_t kBlock = std::size_t{256} << 10U;
 
     const VBZip::Window& mWindow;
+    std::string mPath;
     std::string mFolder;
     ShownWork mWork;
     Archive mArchive;

@@ -20,7 +20,6 @@ constexpr int kNarrowestItem = 12;
 constexpr int kWidestItem = 40;
 /// Longer texts take a second line below a large icon.
 constexpr int kWidestLargeItem = 20;
-/// Opacity of the hint in an empty list.
 
 void Prepare(QAbstractItemView& view) {
     view.setSelectionMode(QAbstractItemView::ExtendedSelection);

@@ -42,7 +42,6 @@ private:
     void Tell(const Message& message, const std::string& machine = {});
     /// Runs `act` for the machines selected in the list; for one that has several rows together, once.
     void ForSelected(const std::function<void(const std::string&)>& act);
-    /// Runs a command; a failure ends it with a box.
 
     MainForm& mForm;
     Prompts& mPrompts;

@@ -268,8 +268,7 @@ void frmMain::mnuCustomReport() {
 }
 
 void frmMain::mnuFileClose() {
-    close();
-    if (mOnExit)
+    if (close() && mOnExit)
         mOnExit();
 }
 

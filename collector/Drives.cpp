@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "collector/Drives.h"
 
+#include "collector/Record.h"
 #include "collector/Text.h"
 
 #include <algorithm>
@@ -240,6 +241,8 @@ Drives FindDrives(const Sources& sources) {
     AddOpticalWithoutDisc(sources, mountedDevices, drives);
     std::stable_sort(drives.listed.begin(), drives.listed.end(),
                      [](const Drive& one, const Drive& other) { return one.kind < other.kind; });
+    if (drives.listed.size() > kMostRows)
+        drives.listed.resize(kMostRows);
     drives.removable = CountRemovable(sources);
     return drives;
 }

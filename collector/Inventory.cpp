@@ -39,9 +39,6 @@ constexpr std::array<std::size_t, 2> kProgram = {kPath, kPath};
 constexpr std::array<std::size_t, 3> kDriver = {kText, kPath, kText};
 constexpr std::array<std::size_t, 4> kPrinter = {1, kText, kText, kText};
 
-// The console's counts have 16 bits; one beyond them would end its whole import.
-constexpr std::size_t kMostRows = 32767;
-
 std::string Flag(bool is) {
     return is ? "1" : "0";
 }

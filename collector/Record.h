@@ -13,6 +13,9 @@
 
 namespace collector {
 
+/// The console's counts have 16 bits: one beyond them would end its whole import.
+constexpr std::size_t kMostRows = 32767;
+
 /// `text` fit for a record: "|", ";" and "=" become "/", "," and "-", runs of blanks and control
 /// characters become one blank, none at the ends; what the code page lacks becomes "?". At most
 /// `width` characters, one byte each.

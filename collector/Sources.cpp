@@ -13,9 +13,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <future>
 #include <memory>
+#include <system_error>
 #include <thread>
 #include <utility>
 

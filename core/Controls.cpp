@@ -80,7 +80,7 @@ void Guarded(Prompts& prompts, const std::function<void()>& command, const char*
 }
 
 void PaintHint(QAbstractItemView& list, const QString& hint) {
-    constexpr float kDimmed = 0.6F;
+    constexpr float kDimmed = 0.6F; // opacity
     if (hint.isEmpty() || list.model() == nullptr || list.model()->rowCount() > 0)
         return;
     QPainter painter(list.viewport());

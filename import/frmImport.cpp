@@ -8,7 +8,6 @@
 #include "core/Globals.h"
 #include "core/HelpKey.h"
 #include "core/MainForm.h"
-#include "core/SelectAllText.h"
 #include "platform/application.h"
 #include "platform/errors.h"
 #include "platform/files.h"

@@ -18,6 +18,7 @@ namespace ADODB {
 
 /// Throws the engine's present failure of `database` as a RunTimeError.
 [[noreturn]] void RaiseDatabase(sqlite3* database);
+
 /// A value that could not be bound would be Null, and the statement would run with it.
 inline void CheckBinding(sqlite3_stmt* statement, int result) {
     if (result != SQLITE_OK)

@@ -98,6 +98,13 @@ char32_t TakeCharacter(std::string_view& text) {
     return character;
 }
 
+CodePage::CodePage() {
+    for (unsigned int byte = 0; byte < mCharacters.size(); ++byte) {
+        mCharacters[byte] = static_cast<char16_t>(byte);
+        mBytes.emplace(byte, static_cast<unsigned char>(byte));
+    }
+}
+
 CodePage::CodePage(int number) {
     Converter converter(number);
     for (unsigned int byte = 0; byte < mCharacters.size(); ++byte) {
@@ -118,12 +125,15 @@ int CodePage::NumberFor(std::string_view localeName) {
 
 const CodePage& CodePage::System() {
     static const CodePage page = [] {
-        for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
-            const char* value = std::getenv(variable);
-            if (value != nullptr && *value != '\0')
-                return CodePage(NumberFor(value));
+        std::string_view locale;
+        for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"})
+            if (const char* value = std::getenv(variable); value != nullptr && locale.empty())
+                locale = value;
+        try {
+            return CodePage(NumberFor(locale));
+        } catch (const RunTimeError&) {
+            return CodePage();
         }
-        return CodePage(1252);
     }();
     return page;
 }

@@ -18,7 +18,8 @@ public:
     explicit CodePage(int number);
 
     /// The page that the user's locale implies: 1250 for Polish, 1251 for Russian and so on; 1252 for Western
-    /// languages, for C, and for those that have no 8-bit page.
+    /// languages, for C, and for those that have no 8-bit page. Where the system lacks the page's table, each
+    /// byte is the character of its number.
     static const CodePage& System();
 
     /// The page's number for a locale's name such as "pl_PL.UTF-8".
@@ -35,6 +36,9 @@ public:
     char Byte(char32_t character) const;
 
 private:
+    /// Each byte the character of its number.
+    CodePage();
+
     std::array<char16_t, 256> mCharacters{};
     std::unordered_map<char32_t, unsigned char> mBytes;
 };

@@ -33,7 +33,7 @@ public:
 
 private:
     /// Takes the folder's own lock, which keeps out other users' copies too: they would rebuild the same
-    /// database. False where another copy has it.
+    /// database. False where another copy has it; a folder that can't be locked keeps nobody out.
     bool TakeFolder(const std::string& programFolder);
 
     int mFolder = -1;

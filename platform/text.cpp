@@ -146,10 +146,10 @@ double Val(std::string_view text) {
         const auto significant = static_cast<int>(number.find_first_not_of("-0."));
         constexpr int kFarther = 100000; // than the thousand places of a number
         int exponent = 0;
-        if (end < number.size()) {
+        if (end < number.size() &&
+            std::from_chars(number.data() + end + 1, number.data() + number.size(), exponent).ec ==
+                std::errc::result_out_of_range)
             exponent = number[end + 1] == '-' ? -kFarther : kFarther;
-            std::from_chars(number.data() + end + 1, number.data() + number.size(), exponent);
-        }
         if (std::clamp(exponent, -kFarther, kFarther) + point - significant > 0)
             Raise(Errors::kOverflow);
         return 0;

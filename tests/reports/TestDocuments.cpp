@@ -36,6 +36,9 @@ TEST(Documents, ShowEveryFieldThatDiffersFromRowToRow) {
     for (const std::string& name : names) {
         const std::shared_ptr<report::Report> report = MakeReport(name);
         const std::string text = DocumentText(name);
+        for (const char* line : {"CopLine", "RTPLine"})
+            EXPECT_EQ(ErrorOf([&] { report->SetText(line, "x"); }) == 0, name.starts_with("CRP"))
+                << name << line;
         for (const report::FieldDefinition& field : report->Definition().fields) {
             if (chosen.contains(field.name) ||
                 (field.name == "COMPUTERNAME" && withoutMachine.contains(name)))

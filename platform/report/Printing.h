@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 class QPainter;
@@ -32,8 +31,15 @@ struct PrintJob {
     int copies = 1;
 };
 
-/// The first and the last page of a job that a report of `pages` pages has, from 1.
-inline std::pair<int, int> PagesOf(const PrintJob& job, int pages) {
+struct PageRange {
+    int first = 1;
+    int last = 1;
+
+    int Count() const { return last - first + 1; }
+};
+
+/// Those pages of a job, from 1, that a report of `pages` pages has.
+inline PageRange PagesOf(const PrintJob& job, int pages) {
     const int first = std::clamp(job.firstPage, 1, std::max(pages, 1));
     return {first, job.lastPage == 0 ? pages : std::clamp(job.lastPage, first, std::max(pages, first))};
 }

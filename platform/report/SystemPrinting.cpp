@@ -157,8 +157,8 @@ bool SystemPrinting::SetUp(QWidget* owner) {
 void SystemPrinting::Print(const PrintJob& job, const PageFormat& format, const std::string& title, int pages,
                            const std::function<void(int number, QPainter& painter)>& paint,
                            const std::function<bool(int number)>& progress) {
-    const auto [first, last] = PagesOf(job, pages);
-    const PaintedPages painted{format, title, first - 1, last - first + 1, paint, progress};
+    const PageRange range = PagesOf(job, pages);
+    const PaintedPages painted{format, title, range.first - 1, range.Count(), paint, progress};
     if (!job.pdfPath.empty()) {
         WritePDF(job.pdfPath, painted);
         return;

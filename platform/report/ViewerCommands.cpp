@@ -129,17 +129,16 @@ void Viewer::Implementation::Print() {
         return;
     const Hold hold(viewer, isHeld);
     ProgressWindow window(&viewer, QStringLiteral("Printing\u2026"));
-    const auto [first, last] = PagesOf(job, count);
+    const PageRange range = PagesOf(job, count);
     printing.Print(
         job, format, Title(), count,
         [this](int number, QPainter& painter) {
             PaintPage(layout->BuildPage(static_cast<std::size_t>(number)), painter, measure);
         },
         [&](int number) {
-            const int done = number - first + 1;
-            const int total = last - first + 1;
-            return window.Step(static_cast<double>(done) / total,
-                               QStringLiteral("Printing\u2026 ") + PageOf(done + 1, total)) &&
+            const int done = number - range.first + 1;
+            return window.Step(static_cast<double>(done) / range.Count(),
+                               QStringLiteral("Printing\u2026 ") + PageOf(done + 1, range.Count())) &&
                    !alive.isNull() && report == kept;
         });
 }

@@ -65,8 +65,8 @@ Row Layout::Implementation::FirstRowOf(std::size_t number) const {
     return first;
 }
 
-/// What stands above a page's rows. Counts, sums and charts, which cost as much as a chart has slices, stand
-/// in the report's own header alone.
+/// What stands above a page's rows. Of all this only the report's own header can hold a chart, whose slices
+/// are many.
 void Layout::Implementation::WriteHead(PageWriter& writer, std::size_t number, const Row& first) const {
     writer.MoveTo(format.topMargin);
     if (number == 0 && mHeaderStandsOnTop) {

@@ -45,7 +45,8 @@ TEST(RunProgram, GivesTheOutputOfAProgramThatSucceeds) {
 
 TEST(RunProgram, GivesUpOnAProgramThatHangs) {
     EXPECT_EQ(RunProgram({"sh", "-c", "echo early; sleep 30"}, 100ms), "");
-    EXPECT_EQ(RunProgram({"sh", "-c", "exec >&-; sleep 30"}, 100ms), "") << "its output closed, itself alive";
+    EXPECT_EQ(RunProgram({"sh", "-c", "echo early; exec >&-; sleep 30"}, 100ms), "")
+        << "its output closed, itself alive";
 }
 
 TEST(RunProgram, StopsReadingAProgramThatNeverStopsWriting) {

@@ -24,6 +24,7 @@ TEST(Val, ReadsTheNumberThatATextBeginsWith) {
         {"the other letter for an exponent", "2d2", 200},
         {"an exponent without digits is none", "4E", 4},
         {"too small for a double is zero", "1e-999", 0},
+        {"and so is no digit that counts, however far it is moved", "-0.0e99999999999", 0},
     };
     for (const auto& c : cases)
         EXPECT_EQ(Val(c.text), c.number) << c.why;

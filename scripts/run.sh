@@ -28,8 +28,9 @@ finish() {
 }
 trap finish EXIT
 
-# The server itself chooses a display that is free, and writes its number.
-Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+# The server itself chooses a display that is free, and writes its number. It must not reset when a client
+# leaves and no other is there yet: the window manager would lose its hold on it.
+Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
 display=$!
 for _ in $(seq 100); do
     [ -s "$work/display" ] && break
@@ -40,6 +41,10 @@ DISPLAY=:$(cat "$work/display")
 export DISPLAY
 openbox >"$work/openbox.log" 2>&1 &
 manager=$!
+for _ in $(seq 100); do
+    xprop -root _NET_SUPPORTED 2>/dev/null | grep -q _NET_ACTIVE_WINDOW && break
+    sleep 0.1
+done
 
 # A store of its own: this is a look at the console, not a use of it.
 export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/runtime QT_QPA_PLATFORM=xcb
@@ -60,15 +65,21 @@ for _ in $(seq 100); do
     xdotool search --onlyvisible --name '^Velmora$' >/dev/null 2>&1 || break
     sleep 0.1
 done
-xdotool windowactivate --sync "$window"
-xdotool windowsize --sync "$window" 960 600
+# The window manager gives a new window the keyboard, so the script can go on where this fails. The keys go to
+# the server and not to the window, which may be gone before they come up again.
+timeout 10 xdotool windowactivate --sync "$window" || echo "The main window could not be activated." >&2
+timeout 10 xdotool windowsize --sync "$window" 960 600 || true
 # Enter on the root shows the machines in the list.
-xdotool key --window "$window" Home Return
+xdotool key Home Return
 sleep 1
 import -window "$window" "$picture"
 machines=$(sqlite3 -readonly build/release/bin/Demodb.mdb 'SELECT COUNT(*) FROM Net')
-# The window may be gone before the keys come up again; the console's own status tells how it ended.
-xdotool key --window "$window" ctrl+x 2>/dev/null || true
+xdotool key ctrl+x
+for _ in $(seq 300); do
+    kill -0 "$console" 2>/dev/null || break
+    sleep 0.1
+done
+kill -0 "$console" 2>/dev/null && { echo "The console did not close by its Exit command." >&2; exit 1; }
 status=0
 wait "$console" || status=$?
 console=

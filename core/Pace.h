@@ -7,10 +7,13 @@
 
 class Pace {
 public:
+    /// Milliseconds from one time that is due to the next. With 0 each one is, so that a test need not wait.
+    static inline qint64 gInterval = 50;
+
     enum class Start {
         /// The first time is due.
         Due,
-        /// The first time is a twentieth of a second from now: what is over before needs no progress.
+        /// The first time is an interval from now: what is over before needs no progress.
         Waiting,
     };
     explicit Pace(Start start = Start::Due) {
@@ -18,10 +21,9 @@ public:
             mSinceLast.start();
     }
 
-    /// Whether a twentieth of a second has passed since this was last true.
+    /// Whether an interval has passed since this was last true.
     bool IsDue() {
-        constexpr qint64 kInterval = 50; // milliseconds
-        if (mSinceLast.isValid() && mSinceLast.elapsed() < kInterval)
+        if (mSinceLast.isValid() && mSinceLast.elapsed() < gInterval)
             return false;
         mSinceLast.start();
         return true;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "browser/frmMain.h"
+#include "core/Pace.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeEcho.h"
 #include "tests/support/FakePrinting.h"
@@ -27,6 +28,18 @@ struct MachineRow {
     std::string name;
     std::optional<std::string> logonDate;
     std::optional<std::string> logonTime;
+};
+
+/// While it lives, long work shows how far it has come, and looks at its events, at each of its steps.
+class EveryLookIsDue {
+public:
+    EveryLookIsDue() { Pace::gInterval = 0; }
+    ~EveryLookIsDue() { Pace::gInterval = mBefore; }
+    EveryLookIsDue(const EveryLookIsDue&) = delete;
+    EveryLookIsDue& operator=(const EveryLookIsDue&) = delete;
+
+private:
+    qint64 mBefore = Pace::gInterval;
 };
 
 class MainWindowTest : public testing::Test {

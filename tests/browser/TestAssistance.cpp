@@ -5,7 +5,6 @@
 #include "tests/browser/HelpTest.h"
 
 #include <QAccessible>
-#include <QThread>
 
 namespace {
 
@@ -79,10 +78,9 @@ TEST_F(AssistanceTest, InputWaitsUntilTheImportIsOver) {
         QCursor::setPos(form->geometry().topLeft() + QPoint(30 + ++looks, 200));
         if (looks == 3)
             timer.stop();
-        // Until the import looks at its events again.
-        QThread::msleep(60);
     });
     timer.start(0);
+    const EveryLookIsDue every;
     Action("mnuQuickImport").trigger();
     EXPECT_EQ(looks, 3) << "the window lives while it imports";
     EXPECT_EQ(counter.moves, 0);

@@ -149,20 +149,15 @@ TEST_F(ComfortTest, LongWorkOnAListMovesTheBarAndHoldsInputBack) {
              form->mnuCopy();
          }},
     };
-    bool hasMoved = false;
+    const EveryLookIsDue every;
     for (const auto& c : cases) {
         values.clear();
-        // What is over before anybody could look does not move the bar: a fast machine does it again.
-        int tries = 20;
-        do
-            c.work();
-        while (values.size() < 2 && --tries > 0);
-        hasMoved |= values.size() > 1;
+        c.work();
+        EXPECT_GT(values.size(), 1U) << c.what;
         EXPECT_TRUE(hasHourglass) << c.what;
         EXPECT_EQ(bar.value(), 0) << c.what;
         EXPECT_EQ(QApplication::overrideCursor(), nullptr) << c.what;
     }
-    EXPECT_TRUE(hasMoved) << "none of them, however often";
     EXPECT_EQ(QGuiApplication::clipboard()->text().count('\n'), kManyRows + 1);
     QGuiApplication::clipboard()->clear();
 }

@@ -28,6 +28,7 @@ void Prepare(QAbstractItemView& view) {
     view.setTextElideMode(Qt::ElideRight);
     // Ctrl+A and the like belong to the menu; Tab leaves for the next control.
     view.setTabKeyNavigation(false);
+    Controls::OnlyLeftDoubleClicks(view);
 }
 
 void Search(QAbstractItemView& view, TypeAhead& typeAhead, const QString& typed) {
@@ -49,7 +50,6 @@ bool IsTipOffRows(const QAbstractItemView& view, const QEvent& event) {
 
 } // namespace
 
-DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
 /// Gives all rows one height, whatever the first one holds and whichever of its columns are in sight: that of
 /// a line of text beside a picture.
 class DetailsView::Delegate final : public QStyledItemDelegate {
@@ -65,9 +65,10 @@ public:
     }
 };
 
+DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
     Prepare(*this);
-    setRootIsDecorated(false);
     setItemDelegate(new Delegate(this));
+    setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
     header()->setStretchLastSection(false);

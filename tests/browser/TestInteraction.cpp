@@ -247,6 +247,26 @@ TEST_F(InteractionTest, TypingFindsARow) {
     }
 }
 
+TEST_F(InteractionTest, OtherButtonsDoNotDoubleClick) {
+    Open();
+    auto& tree = Find<QTreeView>("tvTreeView");
+    const QModelIndex branch = Tree().Find("ALL");
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        for (const char* mode : {"ViewDetails", "ViewList"}) {
+            Action(mode).trigger();
+            QTest::mouseDClick(View().viewport(), button, {}, PlaceOf(0));
+            EXPECT_EQ(SelectedNode(), "ALL") << mode;
+            EXPECT_TRUE(List().IsSelected(0)) << "it is a press";
+        }
+        QTest::mouseDClick(tree.viewport(), button, {}, tree.visualRect(branch).center());
+        EXPECT_FALSE(tree.isExpanded(branch));
+        while (QWidget* const menu = QApplication::activePopupWidget())
+            menu->close();
+    }
+    QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, tree.visualRect(branch).center());
+    EXPECT_TRUE(tree.isExpanded(branch));
+}
+
 TEST_F(InteractionTest, AFilterKeepsTheSelection) {
     Open();
     const auto filter = [this](const char* text) {

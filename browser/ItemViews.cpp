@@ -28,6 +28,7 @@ void Prepare(QAbstractItemView& view) {
     view.setTextElideMode(Qt::ElideRight);
     // Ctrl+A and the like belong to the menu; Tab leaves for the next control.
     view.setTabKeyNavigation(false);
+    Controls::OnlyLeftDoubleClicks(view);
 }
 
 void Search(QAbstractItemView& view, TypeAhead& typeAhead, const QString& typed) {
@@ -49,8 +50,24 @@ bool IsTipOffRows(const QAbstractItemView& view, const QEvent& event) {
 
 } // namespace
 
+/// Gives all rows one height, whatever the first one holds and whichever of its columns are in sight: that of
+/// a line of text beside a picture.
+class DetailsView::Delegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QStyleOptionViewItem line = option;
+        line.features |= QStyleOptionViewItem::HasDisplay | QStyleOptionViewItem::HasDecoration;
+        line.text = "X";
+        const QStyle& style = *option.widget->style();
+        const QSize size = style.sizeFromContents(QStyle::CT_ItemViewItem, &line, {}, option.widget);
+        return {QStyledItemDelegate::sizeHint(option, index).width(), size.height()};
+    }
+};
+
 DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
     Prepare(*this);
+    setItemDelegate(new Delegate(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);

@@ -25,6 +25,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    class Delegate;
     void PaintCell();
 
     QString mHint;

@@ -52,6 +52,8 @@ public:
     void Filter(const std::string& text, const Progress& progress = {});
 
     std::size_t Rows() const;
+    /// Without regard to the filter.
+    std::size_t AllRows() const { return mPublished; }
     /// A row's number in the order in which they were added, which neither Sort nor Filter changes, and the
     /// place among those shown of a row that is shown.
     std::size_t Stored(std::size_t row) const;

@@ -4,6 +4,7 @@
 #include "browser/FilterLine.h"
 #include "browser/FontScale.h"
 #include "browser/ItemViews.h"
+#include "browser/ListSelection.h"
 #include "platform/twips.h"
 
 #include <QApplication>
@@ -28,6 +29,7 @@ ListView::ListView(QWidget* parent)
       mStack(new QStackedWidget(this)),
       mDetails(new DetailsView(mStack)),
       mIcons(new IconsView(mStack)),
+      mSelection(new ListSelection(mModel, this)),
       mFilterLine(new FilterLine(this)) {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -36,9 +38,13 @@ ListView::ListView(QWidget* parent)
     layout->addWidget(mFilterLine);
     mStack->addWidget(mDetails);
     mStack->addWidget(mIcons);
-    mDetails->setModel(&mModel);
-    mIcons->setModel(&mModel);
-    mIcons->setSelectionModel(mDetails->selectionModel());
+    for (QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(mDetails), static_cast<QAbstractItemView*>(mIcons)}) {
+        view->setModel(&mModel);
+        const QItemSelectionModel* const own = view->selectionModel();
+        view->setSelectionModel(mSelection);
+        delete own;
+    }
     setFocusProxy(mDetails);
     connect(mDetails->header(), &QHeaderView::sectionClicked, this, &ListView::ColumnClick);
     // The captions' font may be another one than the texts'.
@@ -59,8 +65,8 @@ void ListView::View(ListStyle mode) {
     if (mode != ListStyle::Details) {
         mIcons->Mode(mode);
         // Icons have the first column alone, and would take the focus to be nowhere.
-        QItemSelectionModel& selection = *mDetails->selectionModel();
-        selection.setCurrentIndex(selection.currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+        mSelection->setCurrentIndex(mSelection->currentIndex().siblingAtColumn(0),
+                                    QItemSelectionModel::NoUpdate);
     }
     QAbstractItemView& view = CurrentView();
     mStack->setCurrentWidget(&view);
@@ -114,7 +120,6 @@ void ListView::SetSubItem(int column, std::string_view text) {
 
 void ListView::ClearItems() {
     mModel.ClearItems();
-    mAllRows = 0;
     CloseFilter();
 }
 
@@ -130,7 +135,6 @@ void ListView::ClearColumns() {
 
 void ListView::Publish() {
     mModel.Publish();
-    mAllRows = mModel.Rows();
     if (mMode != ListStyle::Details)
         mIcons->Measure();
 }
@@ -185,7 +189,7 @@ bool ListView::HandleColumnKey(int key, Qt::KeyboardModifiers modifiers) {
     if (modifiers == Qt::NoModifier && (key == Qt::Key_Left || key == Qt::Key_Right)) {
         const QModelIndex next = cell.siblingAtColumn(cell.column() + (key == Qt::Key_Left ? -1 : 1));
         if (next.isValid())
-            mDetails->selectionModel()->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
+            mSelection->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
         return true;
     }
     // Some keyboards have the signs behind Shift.
@@ -235,7 +239,7 @@ int ListView::ColumnOfKey(int key) const {
 
 void ListView::OpenFilter() {
     if (mFilterLine->isHidden())
-        mFilterLine->ShowCount(mModel.Rows(), mAllRows);
+        mFilterLine->ShowCount(mModel.Rows(), mModel.AllRows());
     mFilterLine->Open();
 }
 
@@ -247,38 +251,37 @@ void ListView::CloseFilter() {
 }
 
 void ListView::Filter(const QString& text, const Progress& progress) {
-    const int current = text.isEmpty() ? SelectedItem() : -1;
-    const bool isSelected = current >= 0 && IsSelected(static_cast<std::size_t>(current));
-    const std::size_t stored = current >= 0 ? mModel.Stored(static_cast<std::size_t>(current)) : 0;
+    ListSelection::Rows selected = mSelection->Kept();
     mFilter = text;
     mModel.Filter(text.toStdString(), progress);
-    mFilterLine->ShowCount(mModel.Rows(), mAllRows);
+    mSelection->Restore(std::move(selected));
+    mFilterLine->ShowCount(mModel.Rows(), mModel.AllRows());
     ShowHint();
-    if (current < 0)
-        return;
-    const QModelIndex found = mModel.index(static_cast<int>(mModel.PlaceOf(stored)), 0);
-    const QItemSelectionModel::SelectionFlags selection =
-        isSelected ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
-                   : QItemSelectionModel::NoUpdate;
-    mDetails->selectionModel()->setCurrentIndex(found, selection);
-    CurrentView().scrollTo(found, QAbstractItemView::PositionAtCenter);
+    if (text.isEmpty())
+        CurrentView().scrollTo(mSelection->currentIndex(), QAbstractItemView::PositionAtCenter);
 }
 
 void ListView::GoToRows() {
     QAbstractItemView& view = CurrentView();
     view.setFocus();
-    if (!HasSelection() && mModel.rowCount() > 0)
-        view.setCurrentIndex(view.currentIndex().isValid() ? view.currentIndex() : mModel.index(0, 0));
+    if (HasSelection() || mModel.rowCount() == 0)
+        return;
+    const QModelIndex row = view.currentIndex().isValid() ? view.currentIndex() : mModel.index(0, 0);
+    // To select it would be a new selection, and the rows out of sight would lose theirs.
+    if (mSelection->HasHidden())
+        mSelection->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
+    else
+        view.setCurrentIndex(row);
 }
 
 bool ListView::HasSelection() const {
-    return mDetails->selectionModel()->hasSelection();
+    return mSelection->hasSelection();
 }
 
 std::vector<std::size_t> ListView::SelectedRows() const {
     // By ranges: a million rows that are selected at once are a single one.
     std::vector<std::size_t> rows;
-    for (const QItemSelectionRange& range : mDetails->selectionModel()->selection())
+    for (const QItemSelectionRange& range : mSelection->selection())
         for (int row = range.top(); row <= range.bottom(); ++row)
             rows.push_back(static_cast<std::size_t>(row));
     std::sort(rows.begin(), rows.end());
@@ -287,7 +290,7 @@ std::vector<std::size_t> ListView::SelectedRows() const {
 }
 
 bool ListView::IsSelected(std::size_t row) const {
-    return mDetails->selectionModel()->isRowSelected(static_cast<int>(row), {});
+    return mSelection->isRowSelected(static_cast<int>(row), {});
 }
 
 QAbstractItemView& ListView::CurrentView() const {
@@ -297,7 +300,7 @@ QAbstractItemView& ListView::CurrentView() const {
 }
 
 int ListView::SelectedItem() const {
-    return mDetails->selectionModel()->currentIndex().row();
+    return mSelection->currentIndex().row();
 }
 
 void ListView::Name(const QString& name) {

@@ -18,6 +18,7 @@
 class DetailsView;
 class FilterLine;
 class IconsView;
+class ListSelection;
 class QAbstractItemView;
 class QStackedWidget;
 
@@ -60,9 +61,11 @@ public:
     /// Sorts as a click on the caption of `column` does: the column of the last sort turns its order round,
     /// another one begins ascending.
     void SortBy(int column, const Progress& progress = {});
-    /// Leaves the rows that hold `text`. With an empty one all are back, and the row that was current among
-    /// those that were left still is.
+    /// Leaves the rows that hold `text`; with an empty one all are back. The selected rows and the current
+    /// one stay so: those that are left as they are, the others once they are back.
     void Filter(const QString& text, const Progress& progress = {});
+    /// How many rows the filter leaves out.
+    std::size_t HiddenRows() const { return mModel.AllRows() - mModel.Rows(); }
     /// Opens the line in which a text is typed that the rows must hold.
     void OpenFilter();
 
@@ -103,12 +106,11 @@ private:
     QStackedWidget* mStack;
     DetailsView* mDetails;
     IconsView* mIcons;
+    ListSelection* mSelection;
     FilterLine* mFilterLine;
     /// Of each column, the width it was last given other than by hand, pixels.
     std::vector<int> mFitted;
     QString mFilter;
-    /// Rows before any filter.
-    std::size_t mAllRows = 0;
     QString mHint;
     int mSortKey = 0;
     Qt::SortOrder mSortOrder = Qt::AscendingOrder;

@@ -12,13 +12,16 @@
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/prompts.h"
+#include "platform/text.h"
 
 #include <array>
 #include <optional>
+#include <unordered_set>
+#include <utility>
 
 struct MachineMaintenance::Message {
     const char* title;
-    /// Before and behind the machine's name, if it is told; else the whole text.
+    /// Before and behind the machine's name or number, if it is told; else the whole text.
     const char* before;
     const char* behind = "";
 
@@ -139,7 +142,7 @@ void MachineMaintenance::Delete() {
             return;
         ForSelected(DeleteMachine);
     } else {
-        if (!IsConfirmed(kAll))
+        if (!MayActOnHidden() || !IsConfirmed(kAll))
             return;
         EmptyDatabase();
     }
@@ -175,7 +178,7 @@ void MachineMaintenance::RemoveCompletely() {
         files.emplace();
         ForSelected(remove);
     } else {
-        if (!IsConfirmed(kAll))
+        if (!MayActOnHidden() || !IsConfirmed(kAll))
             return;
         EmptyDatabase();
         LongWork work(mForm);
@@ -215,7 +218,8 @@ void MachineMaintenance::Mark(const MarkTexts& texts) {
         ForSelected(mark);
         Tell(texts.selected);
     } else {
-        if (mPrompts.MsgBox(texts.allQuestion.before,
+        if (!MayActOnHidden() ||
+            mPrompts.MsgBox(texts.allQuestion.before,
                             MsgBoxStyle::kYesNo + MsgBoxStyle::kQuestion + MsgBoxStyle::kDefaultButton2,
                             texts.allQuestion.title) != MsgBoxAnswer::Yes)
             return;
@@ -241,6 +245,36 @@ void MachineMaintenance::MarkAll(const std::function<void(const std::string&)>& 
 void MachineMaintenance::EmptyDatabase() {
     LongWork work(mForm);
     gConnection->EmptyTable("Net", [&work] { work.Look(); });
+}
+
+bool MachineMaintenance::MayActOnHidden() {
+    if (mForm.HiddenListItems() == 0)
+        return true;
+    ADODB::Recordset machines;
+    machines.Open("SELECT * FROM Net", gConnection);
+    const auto all = static_cast<std::size_t>(machines.RecordCount());
+    const std::size_t shown = MachinesInList();
+    if (shown >= all)
+        return true;
+    return IsConfirmed({"Machines Out of Sight", "The list is filtered: ",
+                        " machines are out of sight. Do you want to go on with all?"},
+                       std::to_string(all - shown) + " of " + std::to_string(all));
+}
+
+/// A machine may have many rows, and names that differ in case alone are one.
+std::size_t MachineMaintenance::MachinesInList() {
+    LongWork work(mForm);
+    std::unordered_set<std::string> machines;
+    std::string last;
+    for (std::size_t row = 0; row < mForm.ListItems(); ++row) {
+        work.Step();
+        std::string machine = mForm.ListItemText(row);
+        if (row > 0 && machine == last)
+            continue;
+        machines.insert(LowerCase(machine));
+        last = std::move(machine);
+    }
+    return machines.size();
 }
 
 bool MachineMaintenance::IsConfirmed(const Message& question, const std::string& machine) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that delete machines, remove them with their inventory files, and mark them for the retrieval
 // of personal information. Each acts on the machine of the tree's selected node; where that stands for all
-// machines, on those selected in the list; and where none is, on every one. They see the window as a MainForm
-// alone, and use gConnection, gRecordset and gImportDir.
-// Names come from client PCs. One that is no file name, such as "../PC1", has no files: nothing outside of
-// the inventory folder is ever touched.
+// machines, on those selected in the list; and where none is, on every one, those that a filter hides too.
+// They see the window as a MainForm alone, and use gConnection, gRecordset and gImportDir. Names come from
+// client PCs. One that is no file name, such as "../PC1", has no files: nothing outside of the inventory
+// folder is ever touched.
 #pragma once
 
 #include <functional>
@@ -38,6 +38,9 @@ private:
     void MarkAll(const std::function<void(const std::string&)>& mark);
     void EmptyDatabase();
 
+    /// Tells how many machines a filter keeps out of sight, if any, and whether the user goes on.
+    bool MayActOnHidden();
+    std::size_t MachinesInList();
     bool IsConfirmed(const Message& question, const std::string& machine = {});
     void Tell(const Message& message, const std::string& machine = {});
     /// Runs `act` for the machines selected in the list; for one that has several rows together, once.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "browser/RowOrder.h"
 
+#include "browser/SortKeys.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -35,7 +37,7 @@ std::uint64_t FoldedWord(std::string_view text, std::size_t offset) {
 
 struct Entry {
     std::uint64_t word;
-    std::string_view text;
+    std::string_view key;
     std::uint32_t row;
 };
 using Entries = std::vector<Entry>;
@@ -47,7 +49,7 @@ struct Run {
     std::size_t offset;
 };
 
-/// Sorts word by word: most comparisons are of two numbers that lie side by side, where comparing the texts
+/// Sorts word by word: most comparisons are of two numbers that lie side by side, where comparing the keys
 /// would fetch both from all over the memory. Lists repeat their texts, a program's name on every machine, so
 /// runs of equal words are long and mostly need no more than a look.
 class Sorter {
@@ -69,8 +71,8 @@ private:
     void SortRun(const Run& run) {
         bool isAtEnd = true;
         for (auto entry = run.begin; entry != run.end; ++entry) {
-            entry->word = FoldedWord(entry->text, run.offset) ^ mFlip;
-            isAtEnd = isAtEnd && entry->text.size() <= run.offset;
+            entry->word = FoldedWord(entry->key, run.offset) ^ mFlip;
+            isAtEnd = isAtEnd && entry->key.size() <= run.offset;
         }
         if (isAtEnd)
             return SortEqual(run);
@@ -134,10 +136,10 @@ private:
             mProgress(mDone, mAll);
     }
 
-    /// Texts that differ at most in the NULs at their ends.
+    /// Keys that differ at most in the NULs at their ends.
     void SortEqual(const Run& run) {
         std::sort(run.begin, run.end, [this](const Entry& a, const Entry& b) {
-            return std::tuple(a.text.size() ^ mFlip, a.row) < std::tuple(b.text.size() ^ mFlip, b.row);
+            return std::tuple(a.key.size() ^ mFlip, a.row) < std::tuple(b.key.size() ^ mFlip, b.row);
         });
         Tell(static_cast<std::size_t>(run.end - run.begin));
     }
@@ -153,11 +155,12 @@ private:
 
 std::vector<std::uint32_t> RowsInOrder(const ListRows& rows, int column, bool isDescending,
                                        const Progress& progress) {
+    SortKeys keys;
     Entries entries(rows.Count());
     // Once to read them, and about once or twice to sort them.
     const std::size_t all = 3 * entries.size();
     for (std::size_t row = 0; row < entries.size(); ++row) {
-        entries[row] = {0, rows.Text(row, column), static_cast<std::uint32_t>(row)};
+        entries[row] = {0, keys.KeyOf(rows.Text(row, column)), static_cast<std::uint32_t>(row)};
         if (progress && row % kRowsPerStep == 0)
             progress(row, all);
     }

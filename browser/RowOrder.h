@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Puts the rows of a list in the order of one column's texts. The order is that of texts, for numbers and
-// sizes too: without regard to the case of ASCII letters, else by the bytes, as the database compares.
+// sizes too, without regard to case, see SortKeys.
 #pragma once
 
 #include "browser/ListRows.h"

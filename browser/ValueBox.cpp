@@ -7,13 +7,16 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
+#include <QStyleOptionFrame>
 
 #include <algorithm>
 
 namespace {
 
 constexpr int kUsualCharacters = 28;
-constexpr int kFewestCharacters = 10;
+/// A date.
+constexpr int kFewestDigits = 8;
 constexpr int kMostCharacters = 60;
 
 } // namespace
@@ -42,14 +45,61 @@ QSize ValueBox::sizeHint() const {
 }
 
 QSize ValueBox::minimumSizeHint() const {
-    return {kFewestCharacters * fontMetrics().averageCharWidth(), QLineEdit::minimumSizeHint().height()};
+    const int margins = width() - Room().width();
+    return {fontMetrics().horizontalAdvance(QString(kFewestDigits, '0')) + margins,
+            QLineEdit::minimumSizeHint().height()};
+}
+
+QRect ValueBox::Room() const {
+    constexpr int kMargin = 2; // the toolkit's own, on either side
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    const QRect contents = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
+    return contents.adjusted(kMargin, 0, -kMargin, 0);
+}
+
+bool ValueBox::IsCut() const {
+    return fontMetrics().horizontalAdvance(text()) > Room().width();
 }
 
 bool ValueBox::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip)
-        setToolTip(fontMetrics().horizontalAdvance(text()) > contentsRect().width() ? PlainToolTip(text())
-                                                                                    : QString());
+        setToolTip(IsCut() ? PlainToolTip(text()) : QString());
     return QLineEdit::event(event);
+}
+
+void ValueBox::paintEvent(QPaintEvent* event) {
+    const QRect room = Room();
+    if (IsCut() && !hasFocus()) {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                         fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+        return;
+    }
+    QLineEdit::paintEvent(event);
+    if (!IsCut())
+        return;
+    // With the focus the text scrolls: either end may be out of sight.
+    const int middle = room.center().y();
+    if (const int first = cursorPositionAt({room.left(), middle}); first > 0)
+        PaintDots(Qt::AlignLeft, first);
+    if (const int last = cursorPositionAt({room.right(), middle}); last < text().size())
+        PaintDots(Qt::AlignRight, last - 1);
+}
+
+/// Over the end of what is seen, whose first or last character is the one at `position`, if it is selected: a
+/// user who moves within the text sees it scroll.
+void ValueBox::PaintDots(Qt::Alignment side, int position) {
+    if (position < selectionStart() || position >= selectionEnd())
+        return;
+    const QString dots = QChar(0x2026);
+    const QSize size(fontMetrics().horizontalAdvance(dots), fontMetrics().height());
+    const QRect place = QStyle::alignedRect(Qt::LeftToRight, side | Qt::AlignVCenter, size, Room());
+    QPainter painter(this);
+    painter.fillRect(place, palette().color(QPalette::Highlight));
+    painter.setPen(palette().color(QPalette::HighlightedText));
+    painter.drawText(place, Qt::AlignCenter, dots);
 }
 
 QLabel* AddValue(QGridLayout& grid, int row, const QString& caption, const QString& name, ValueBox& box) {

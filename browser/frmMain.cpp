@@ -6,6 +6,7 @@
 #include "browser/PaneLayout.h"
 #include "browser/TreeModel.h"
 #include "core/ConsoleSettings.h"
+#include "core/Controls.h"
 #include "core/ElidedLabel.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
@@ -130,6 +131,7 @@ void frmMain::BuildControls() {
     tvTreeView->setUniformRowHeights(true);
     tvTreeView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     tvTreeView->setTabKeyNavigation(false);
+    Controls::OnlyLeftDoubleClicks(*tvTreeView);
     tvTreeView->header()->setStretchLastSection(false);
     tvTreeView->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tvTreeView->installEventFilter(this);

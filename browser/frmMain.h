@@ -71,6 +71,7 @@ public:
     std::string SelectedNodeKey() const override;
     std::vector<std::string> ListColumns() const override;
     std::size_t ListItems() const override;
+    std::size_t HiddenListItems() const override;
     std::string ListItemText(std::size_t row) const override;
     std::string ListSubItem(std::size_t row, int column) const override;
     std::vector<std::size_t> SelectedListItems() const override;

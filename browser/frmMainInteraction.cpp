@@ -49,6 +49,10 @@ std::size_t frmMain::ListItems() const {
     return lvListView->Items().Rows();
 }
 
+std::size_t frmMain::HiddenListItems() const {
+    return lvListView->HiddenRows();
+}
+
 std::string frmMain::ListItemText(std::size_t row) const {
     return std::string(lvListView->Items().Text(row, 0));
 }

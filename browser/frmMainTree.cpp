@@ -76,11 +76,13 @@ void frmMain::OpenSinDatabase() {
 void frmMain::BuildTree() {
     mLastNodeKey.clear();
     OpenMachines();
+    // A recordset reads when it is asked: what fails must fail before the tree is cleared.
+    const int machines = gRecordset->EndOfFile() ? 0 : gRecordset->RecordCount();
     ClearTreeAndList();
     mTree->ShowRoot(FormatDate(mClock.Now(), "dd mmm yyyy"));
     tvTreeView->setRootIsDecorated(true);
     tvTreeView->expand(mTree->Root());
-    gMachineCount = gRecordset->RecordCount();
+    gMachineCount = machines;
     if (gMachineCount < 1)
         return;
     ProgressMaximum(gMachineCount);

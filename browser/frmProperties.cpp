@@ -163,6 +163,7 @@ void frmProperties::BuildDeviceTree() {
     tvDevices->setAccessibleName("Devices");
     tvDevices->setHeaderHidden(true);
     tvDevices->setUniformRowHeights(true);
+    Controls::OnlyLeftDoubleClicks(*tvDevices);
     connect(tvDevices, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem* node) { tvDevices_NodeClick(node); });
 }

@@ -7,12 +7,35 @@
 #include "platform/text.h"
 
 #include <QAbstractItemView>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTabWidget>
+
+namespace {
+
+class DoubleClickFilter final : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::MouseButtonDblClick)
+            return false;
+        const auto& mouse = static_cast<const QMouseEvent&>(*event);
+        if (mouse.button() == Qt::LeftButton)
+            return false;
+        QMouseEvent press(QEvent::MouseButtonPress, mouse.position(), mouse.scenePosition(),
+                          mouse.globalPosition(), mouse.button(), mouse.buttons(), mouse.modifiers(),
+                          mouse.pointingDevice());
+        QCoreApplication::sendEvent(watched, &press);
+        return true;
+    }
+};
+
+} // namespace
 
 namespace Controls {
 
@@ -77,6 +100,10 @@ void Guarded(Prompts& prompts, const std::function<void()>& command, const char*
     } catch (const RunTimeError& failure) {
         prompts.MsgBox(failure.description, MsgBoxStyle::kCritical, title + NumberText(failure.number));
     }
+}
+
+void OnlyLeftDoubleClicks(QAbstractItemView& view) {
+    view.viewport()->installEventFilter(new DoubleClickFilter(&view));
 }
 
 void PaintHint(QAbstractItemView& list, const QString& hint) {

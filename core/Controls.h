@@ -39,6 +39,9 @@ QString Shown(std::string_view text);
 /// Runs a command; a failure ends it with a box that tells its reason under `title` and its number.
 void Guarded(Prompts& prompts, const std::function<void()>& command, const char* title = "Error#");
 
+/// Takes a double click of another button than the left one for a press: it opens nothing.
+void OnlyLeftDoubleClicks(QAbstractItemView& view);
+
 /// Tells in an empty list why it is empty; to be called when its viewport is painted.
 void PaintHint(QAbstractItemView& list, const QString& hint);
 

@@ -36,6 +36,8 @@ public:
     virtual std::vector<std::string> ListColumns() const = 0;
     /// How many rows the list shows.
     virtual std::size_t ListItems() const = 0;
+    /// How many more it would show without its filter.
+    virtual std::size_t HiddenListItems() const = 0;
     /// The text of the list's row `row`, which is that of its first column.
     virtual std::string ListItemText(std::size_t row) const = 0;
     /// The text of the row's column `column`, from 1: the first is the row's own text.

@@ -6,8 +6,10 @@
 
 #include <QCloseEvent>
 #include <QDeadlineTimer>
+#include <QFontDatabase>
 #include <QFrame>
 #include <QLabel>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -27,6 +29,13 @@ frmCompiling::frmCompiling() : QWidget(nullptr, Qt::Dialog | Qt::WindowStaysOnTo
     label->setObjectName(QStringLiteral("Label2"));
     label->setAccessibleName(caption);
     label->setAlignment(Qt::AlignCenter);
+
+    // The window manager writes the title between its buttons.
+    constexpr int kButtons = 6;
+    QFont title = QFontDatabase::systemFont(QFontDatabase::TitleFont);
+    title.setBold(true);
+    label->setMinimumWidth(QFontMetrics(title).horizontalAdvance(caption) +
+                           kButtons * style()->pixelMetric(QStyle::PM_TitleBarHeight));
 
     auto* const inFrame = new QVBoxLayout(frame);
     inFrame->addWidget(label);

@@ -51,6 +51,7 @@ frmLoginVerify::~frmLoginVerify() {
 
 void frmLoginVerify::OldPassword(const std::string& password) {
     txtOldPassword->setText(Shown(password));
+    txtPassword->setFocus();
 }
 
 std::string frmLoginVerify::Password() const {

@@ -16,7 +16,7 @@ public:
     frmLoginVerify(QWidget* owner, Prompts& prompts);
     ~frmLoginVerify() override;
 
-    /// The text of txtOldPassword, the password as it was typed first.
+    /// The text of txtOldPassword, the password as it was typed first. The focus goes to the other box.
     void OldPassword(const std::string& password);
     std::string Password() const;
 

@@ -64,7 +64,6 @@ void frmUsers::BuildControls() {
     LSTUsers->setAccessibleName("Users");
     LSTUsers->setMinimumWidth(fontMetrics().averageCharWidth() * kColumns);
     LSTUsers->installEventFilter(this);
-    LSTUsers->viewport()->installEventFilter(this);
     btnAdd = Button(users, "btnAdd", "&Add");
     BTNDelete = Button(users, "BTNDelete", "&Delete");
     auto* const list = new QGridLayout(users);
@@ -97,12 +96,10 @@ void frmUsers::BuildControls() {
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
 
-    connect(LSTUsers, &QListWidget::itemSelectionChanged, this, &frmUsers::LSTUsersClick);
-    // A click on the line that is selected already counts too.
-    connect(LSTUsers, &QListWidget::itemClicked, this, [this] {
-        if (SelectedRow() == mLineAtPress)
-            LSTUsersClick();
-    });
+    // The arrow keys show a user and stay in the list; a click, on the selected line too, leads on to the
+    // boxes.
+    connect(LSTUsers, &QListWidget::itemSelectionChanged, this, &frmUsers::ShowSelected);
+    connect(LSTUsers, &QListWidget::itemClicked, this, &frmUsers::LSTUsersClick);
     for (QLineEdit* const box : {txtName, txtPassword})
         connect(box, &QLineEdit::textChanged, this, [this] { btnUpdate->setEnabled(true); });
     connect(btnAdd, &QPushButton::clicked, this, &frmUsers::Add);
@@ -113,8 +110,6 @@ void frmUsers::BuildControls() {
 }
 
 bool frmUsers::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == LSTUsers->viewport() && event->type() == QEvent::MouseButtonPress)
-        mLineAtPress = SelectedRow();
     // The list makes its first line the current one when it gets the focus; the arrow keys are to begin
     // there.
     if (watched == LSTUsers && event->type() == QEvent::FocusIn)
@@ -144,14 +139,18 @@ int frmUsers::SelectedRow() const {
     return rows.isEmpty() ? -1 : rows.constFirst().row();
 }
 
-void frmUsers::LSTUsersClick() {
+void frmUsers::ShowSelected() {
     const int row = SelectedRow();
     const bool isSelected = row >= 0;
     FRMEdit->setEnabled(isSelected);
     txtName->setText(isSelected ? Shown(mUserNames.at(Place(row))) : QString());
     txtPassword->setText(isSelected ? Shown(mUserPasswords.at(Place(row))) : QString());
     btnUpdate->setEnabled(false);
-    if (isSelected)
+}
+
+void frmUsers::LSTUsersClick() {
+    ShowSelected();
+    if (SelectedRow() >= 0)
         txtName->setFocus();
 }
 

@@ -34,6 +34,7 @@ private:
     void Load();
     /// -1 where no user is selected.
     int SelectedRow() const;
+    void ShowSelected();
     void LSTUsersClick();
     void Add();
     void Delete();
@@ -44,8 +45,6 @@ private:
     Prompts& mPrompts;
     std::array<std::string, LogonUsers::kMost> mUserNames;
     std::array<std::string, LogonUsers::kMost> mUserPasswords;
-    /// The selected line when the mouse was pressed.
-    int mLineAtPress = -1;
 
     QListWidget* LSTUsers = nullptr;
     QPushButton* btnAdd = nullptr;

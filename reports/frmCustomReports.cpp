@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/frmCustomReports.h"
 
+#include "core/Controls.h"
 #include "core/FormRegistry.h"
 #include "core/HelpKey.h"
 #include "core/MainForm.h"
@@ -65,6 +66,7 @@ void frmCustomReports::BuildControls() {
     grid->addWidget(hint, 2, 0, 1, 2);
     connect(btnCommand[0], &QPushButton::clicked, this, &frmCustomReports::RunSelected);
     connect(btnCommand[1], &QPushButton::clicked, this, &frmCustomReports::reject);
+    Controls::OnlyLeftDoubleClicks(*lstReports);
     connect(lstReports, &QListWidget::itemDoubleClicked, this, &frmCustomReports::RunSelected);
 }
 

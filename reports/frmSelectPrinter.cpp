@@ -88,6 +88,7 @@ void frmSelectPrinter::BuildControls() {
         if (SelectedLine() == mLineAtPress)
             Click();
     });
+    Controls::OnlyLeftDoubleClicks(*LSTPrinters);
     connect(LSTPrinters, &QListWidget::itemDoubleClicked, this, &frmSelectPrinter::OK);
 }
 

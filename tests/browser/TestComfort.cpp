@@ -127,6 +127,29 @@ TEST_F(ComfortTest, TheRowThatAFilterFoundIsCurrentAmongAll) {
     EXPECT_TRUE(View().viewport()->rect().contains(View().visualRect(View().currentIndex()).center()));
 }
 
+TEST_F(ComfortTest, RowsHaveOneHeightWhateverTheyShow) {
+    Open();
+    const auto height = [this] {
+        QTest::qWait(1);
+        return View().visualRect(View().model()->index(0, 0)).height();
+    };
+    const int usual = height();
+    EXPECT_GT(usual, View().style()->pixelMetric(QStyle::PM_SmallIconSize)) << "room for the picture";
+    for (int column = 0; column < 4; ++column)
+        Header().resizeSection(column, List().width());
+    View().scrollTo(View().model()->index(0, 3));
+    ASSERT_LT(Header().sectionViewportPosition(0), -Header().sectionSize(0)) << "no picture is in sight";
+    List().SortBy(1);
+    EXPECT_EQ(height(), usual);
+    List().Filter("PC");
+    EXPECT_EQ(height(), usual);
+    Click("PC1?MAIN");
+    EXPECT_EQ(height(), usual) << "a list without pictures";
+    Enlarge(3);
+    EXPECT_GE(height(), View().fontMetrics().height());
+    EXPECT_GT(height(), usual);
+}
+
 TEST_F(ComfortTest, LongWorkOnAListMovesTheBarAndHoldsInputBack) {
     Open();
     FillLong();

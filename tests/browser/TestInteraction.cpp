@@ -247,6 +247,65 @@ TEST_F(InteractionTest, TypingFindsARow) {
     }
 }
 
+TEST_F(InteractionTest, OtherButtonsDoNotDoubleClick) {
+    Open();
+    auto& tree = Find<QTreeView>("tvTreeView");
+    const QModelIndex branch = Tree().Find("ALL");
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        for (const char* mode : {"ViewDetails", "ViewList"}) {
+            Action(mode).trigger();
+            QTest::mouseDClick(View().viewport(), button, {}, PlaceOf(0));
+            EXPECT_EQ(SelectedNode(), "ALL") << mode;
+            EXPECT_TRUE(List().IsSelected(0)) << "it is a press";
+        }
+        QTest::mouseDClick(tree.viewport(), button, {}, tree.visualRect(branch).center());
+        EXPECT_FALSE(tree.isExpanded(branch));
+        while (QWidget* const menu = QApplication::activePopupWidget())
+            menu->close();
+    }
+    QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, tree.visualRect(branch).center());
+    EXPECT_TRUE(tree.isExpanded(branch));
+}
+
+TEST_F(InteractionTest, AFilterKeepsTheSelection) {
+    Open();
+    const auto filter = [this](const char* text) {
+        View().setFocus();
+        Press(Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClicks(QApplication::focusWidget(), text);
+    };
+    const auto selected = [this] {
+        Strings names;
+        for (const std::size_t row : List().SelectedRows())
+            names.emplace_back(List().Items().Text(row, 0));
+        return names;
+    };
+    ClickRow(2);
+    QTest::mouseClick(View().viewport(), Qt::LeftButton, Qt::ControlModifier, PlaceOf(0));
+    filter("PC");
+    EXPECT_EQ(selected(), (Strings{"PC1"}));
+    EXPECT_EQ(List().SelectedItem(), 0) << "the focus stays at its row";
+    form->mnuCopy();
+    EXPECT_EQ(Clipboard().find("Ada"), std::string::npos) << "nothing acts on what is out of sight";
+    QTest::keyClicks(QApplication::focusWidget(), "2");
+    EXPECT_EQ(selected(), Strings());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), &View());
+    List().SortBy(0);
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(selected(), (Strings{"PC1", "Ada"})) << "back in the new order, from Z to A";
+
+    filter("PC");
+    ClickRow(0);
+    EXPECT_EQ(selected(), (Strings{"PC2"}));
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(selected(), (Strings{"PC2"})) << "a new selection ends the one before";
+    filter("Ada");
+    Click("PC1?MAIN");
+    Click("ALL");
+    EXPECT_EQ(selected(), Strings()) << "and so does another list";
+}
+
 TEST_F(InteractionTest, TheFilterLeavesTheRowsThatHoldItsText) {
     Open();
     View().setFocus();

@@ -4,6 +4,7 @@
 #include "browser/DrillDown.h"
 #include "browser/ListModel.h"
 #include "browser/RowOrder.h"
+#include "browser/SortKeys.h"
 #include "browser/TypeAhead.h"
 #include "platform/text.h"
 #include "tests/support/ErrorOf.h"
@@ -151,6 +152,24 @@ TEST_F(ListOrderTest, SortsAsTextsWithoutRegardToCase) {
     EXPECT_EQ(Column(0).front(), "10Mb");
 }
 
+TEST_F(ListOrderTest, LettersBeyondASCIIStandBesideThoseTheyAreMadeOf) {
+    Add({"Zebra", "\u00C4pfel", "pfad", "Stra\u00DFe", "apfel", "\u00E4pfel", "Strasse", "\u00D8rsted",
+         "orbit", "Apfela", "\u0439\u043E\u0434", "\u0438\u0441\u043A", "\u0415\u0436",
+         "\u0451\u043B\u043A\u0430"});
+    list.Sort(0, kUp);
+    const Strings cyrillic = {"\u0415\u0436", "\u0451\u043B\u043A\u0430", "\u0438\u0441\u043A",
+                              "\u0439\u043E\u0434"};
+    Strings expected = {"apfel",       "\u00C4pfel", "\u00E4pfel", "Apfela",      "orbit",
+                        "\u00D8rsted", "pfad",       "Strasse",    "Stra\u00DFe", "Zebra"};
+    expected.insert(expected.end(), cyrillic.begin(), cyrillic.end());
+    EXPECT_EQ(Column(0), expected);
+    list.Sort(0, kDown);
+    std::reverse(expected.begin(), expected.end());
+    std::swap(*std::find(expected.begin(), expected.end(), "\u00E4pfel"),
+              *std::find(expected.begin(), expected.end(), "\u00C4pfel"));
+    EXPECT_EQ(Column(0), expected) << "texts that differ in case alone stay in the order of the query";
+}
+
 TEST(RowsInOrder, SortsAsAPlainStableSortDoes) {
     // Few letters and many lengths around the eight bytes that are compared at once; and so many texts that
     // they are dealt out first.
@@ -165,8 +184,12 @@ TEST(RowsInOrder, SortsAsAPlainStableSortDoes) {
         many[row] = (row % 3 == 0 ? "Same beginning " : "") + std::to_string((row * 7919) % 5000);
     for (const Strings& texts : {few, many}) {
         ListRows rows;
-        for (const std::string& text : texts)
+        SortKeys sortKeys;
+        std::vector<std::string_view> keys;
+        for (const std::string& text : texts) {
             rows.Add("", text, Image::None);
+            keys.push_back(sortKeys.KeyOf(text));
+        }
         for (const bool isDescending : {false, true}) {
             std::size_t last = 0;
             const auto order = RowsInOrder(rows, 0, isDescending, [&](std::size_t done, std::size_t all) {
@@ -176,7 +199,7 @@ TEST(RowsInOrder, SortsAsAPlainStableSortDoes) {
             std::vector<std::uint32_t> expected(texts.size());
             std::iota(expected.begin(), expected.end(), 0U);
             std::stable_sort(expected.begin(), expected.end(), [&](std::uint32_t a, std::uint32_t b) {
-                return isDescending ? LessNoCase(texts[b], texts[a]) : LessNoCase(texts[a], texts[b]);
+                return isDescending ? LessNoCase(keys[b], keys[a]) : LessNoCase(keys[a], keys[b]);
             });
             EXPECT_TRUE(order == expected) << texts.size() << (isDescending ? " downwards" : " upwards");
         }

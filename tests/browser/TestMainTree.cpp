@@ -5,6 +5,7 @@
 #include "core/Globals.h"
 #include "core/LongWork.h"
 #include "tests/browser/MainWindowTest.h"
+#include "tests/support/Database.h"
 
 #include <QAbstractItemView>
 #include <QMenu>
@@ -118,6 +119,19 @@ TEST_F(MainWindowTest, AFailedBuildSaysSoAndLeavesTheWindow) {
     Action("mnuViewRefresh").trigger();
     EXPECT_EQ(status, "Error opening database...");
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "no hourglass is left";
+}
+
+TEST_F(MainWindowTest, ATableThatCanNotBeReadLeavesTheTreeAsItIs) {
+    MakeDatabase(kMachines);
+    LoadAndShow();
+    Click("ALL");
+    const std::vector<std::string> before = Rows();
+    RunSQL(*gConnection, "ALTER TABLE Net ADD COLUMN Broken AS (abs(-9223372036854775808)) VIRTUAL");
+    prompts.Expect(Box("Error# -1", "integer overflow", MsgBoxStyle::kCritical));
+    Action("mnuViewRefresh").trigger();
+    EXPECT_TRUE(Tree().Find("PC1?MAIN").isValid());
+    EXPECT_EQ(Rows(), before);
+    EXPECT_EQ(Status(), "Error opening database...");
 }
 
 TEST_F(MainWindowTest, TheRightButtonOpensTheMenuOfItsPane) {

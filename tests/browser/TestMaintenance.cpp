@@ -13,6 +13,8 @@
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -133,6 +135,37 @@ TEST_F(MaintenanceTest, EachCommandReadsTheNodeItsOwnWay) {
     EXPECT_EQ(form.told, "") << "nothing happens on No, nor where the box is closed";
     EXPECT_EQ(Machines(), "PC1\nPC2\nPC3\nO'Hara");
     EXPECT_EQ(Files(), "PC1.ORG ");
+}
+
+TEST_F(MaintenanceTest, AllMachinesAreMoreThanAFilterShows) {
+    const auto hides = [](const char* machines) {
+        return Box("Machines Out of Sight",
+                   std::string("The list is filtered: ") + machines +
+                       " machines are out of sight. Do you want to go on with all?",
+                   kDestroys);
+    };
+    const auto mark = [this] { maintenance.mnuPopPersonal(0); };
+    const auto erase = [this] { maintenance.mnuFileDelete(); };
+    const auto remove = [this] { maintenance.mnuFileRemoveComp(); };
+    const Question markAll = Box(
+        "Mark All?", "Are you sure your want to mark all machines to retrieve personal information?", kAsks);
+    form.node = "ALL";
+    form.hidden = 7;
+    const std::vector<std::pair<std::function<void()>, Question>> commands = {
+        {mark, markAll}, {erase, kDeleteAll}, {remove, kRemoveAll}};
+    for (const auto& [command, question] : commands) {
+        form.rows = {"PC1", "PC1", "pc1", "PC3"};
+        prompts.Expect(hides("2 of 4"), MsgBoxAnswer::No);
+        command();
+        prompts.Expect(hides("2 of 4"), MsgBoxAnswer::Yes);
+        prompts.Expect(question, MsgBoxAnswer::No);
+        command();
+        form.rows = {"PC1", "PC2", "PC3", "O'Hara", "PC1"};
+        prompts.Expect(question, MsgBoxAnswer::No);
+        command(); // of every machine a row is in sight
+    }
+    EXPECT_EQ(Machines(), "PC1\nPC2\nPC3\nO'Hara");
+    EXPECT_FALSE(WasRefreshed());
 }
 
 TEST_F(MaintenanceTest, DeletesOneMachineWithItsRowsAndKeepsItsFiles) {
@@ -368,6 +401,15 @@ TEST_F(MachineCommandsTest, TheListsMenuActsOnItsSelectedMachines) {
     EXPECT_FALSE(folder.Exists("INF/PC2.pnf"));
     Click("ALL");
     ClickRow(0);
+    Press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), "PC2");
+    prompts.Expect(
+        Box("Machines Out of Sight",
+            "The list is filtered: 1 of 2 machines are out of sight. Do you want to go on with all?",
+            kDestroys),
+        MsgBoxAnswer::No);
+    Action("mnuPopRRemove").trigger();
+    Press(Qt::Key_Escape);
     prompts.Expect(kRemoveSome, MsgBoxAnswer::Yes);
     Action("mnuPopRRemove").trigger();
     EXPECT_FALSE(folder.Exists("INF/PC1.ORG"));

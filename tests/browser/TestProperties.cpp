@@ -3,6 +3,7 @@
 #include "browser/Images.h"
 #include "browser/ListView.h"
 #include "browser/TreeModel.h"
+#include "browser/ValueBox.h"
 #include "browser/frmProperties.h"
 #include "browser/frmSystemProp.h"
 #include "core/Globals.h"
@@ -11,10 +12,12 @@
 #include "tests/support/Database.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
+#include <QToolTip>
 #include <QTreeWidget>
 
 #include <sqlite3.h>
@@ -293,6 +296,39 @@ TEST_F(PropertiesTest, TheSystemTellsWhereItsDataComesFromAndHowOldItIs) {
             EXPECT_EQ(BoxOf(dialog, "lblInfo(4)"), folder.Path("Demodb.mdb"));
             EXPECT_EQ(BoxOf(dialog, "lblInfo(6)"), "/shared/<b>");
         });
+    }
+}
+
+TEST(ValueBox, ShowsThatItIsCut) {
+    const auto picture = [](const QString& text, int width, double fontTimes, bool& tells) {
+        ValueBox box(text, nullptr);
+        QFont font = box.font();
+        font.setPointSizeF(font.pointSizeF() * fontTimes);
+        box.setFont(font);
+        box.resize(width, box.sizeHint().height());
+        QHelpEvent tip(QEvent::ToolTip, {}, {});
+        QApplication::sendEvent(&box, &tip);
+        tells = !box.toolTip().isEmpty();
+        QToolTip::hideText();
+        return box.grab().toImage();
+    };
+    const QString date = "20011102";
+    for (const double times : {1.0, 2.0}) {
+        ValueBox narrow(date, nullptr);
+        QFont font = narrow.font();
+        font.setPointSizeF(font.pointSizeF() * times);
+        narrow.setFont(font);
+        const int width = narrow.minimumSizeHint().width();
+        const int room = narrow.fontMetrics().horizontalAdvance("00000000");
+        bool isCut = true;
+        picture(date, width, times, isCut);
+        EXPECT_FALSE(isCut) << "the narrowest box holds a date";
+        const QString text = "C:/Program Files/" + date;
+        const QImage cut = picture(text, width, times, isCut);
+        EXPECT_TRUE(isCut);
+        const QString elided = narrow.fontMetrics().elidedText(text, Qt::ElideRight, room);
+        EXPECT_EQ(cut, picture(elided, width, times, isCut)) << "dots stand for the rest";
+        EXPECT_FALSE(isCut);
     }
 }
 

@@ -152,6 +152,7 @@ TEST_F(LogonTest, APasswordIsVerifiedOnlyByTheSameOneTwice) {
     frmLoginVerify verify(nullptr, prompts);
     verify.OldPassword("pass");
     ShowActive(verify);
+    EXPECT_TRUE(HasFocus(verify, "txtPassword")) << "the box that is to be filled";
     const auto refuse = [&](const char* old, const char* retyped, Question box, const char* focus) {
         Type(verify, "txtOldPassword", old);
         Type(verify, "txtPassword", retyped);
@@ -247,6 +248,11 @@ TEST_F(UsersTest, AreReachedByTheArrowKeysFromTheFirst) {
     EXPECT_EQ(Text(users, "txtName"), "root");
     QTest::keyClick(&List(users), Qt::Key_Down);
     EXPECT_EQ(Text(users, "txtName"), "guest");
+    EXPECT_TRUE(HasFocus(users, "LSTUsers")) << "the keys stay in the list";
+    QTest::mouseClick(List(users).viewport(), Qt::LeftButton, {},
+                      List(users).visualItemRect(List(users).item(0)).center());
+    EXPECT_EQ(Text(users, "txtName"), "root");
+    EXPECT_TRUE(HasFocus(users, "txtName")) << "a click leads on";
 }
 
 TEST_F(UsersTest, TheEleventhIsRefusedAndFindsRoomAfterADelete) {

@@ -31,6 +31,7 @@ public:
     }
     std::vector<std::string> ListColumns() const override { return columns; }
     std::size_t ListItems() const override { return rows.size(); }
+    std::size_t HiddenListItems() const override { return hidden; }
     std::string ListItemText(std::size_t row) const override { return rows.at(row); }
     std::string ListSubItem(std::size_t row, int column) const override {
         return subItems.at(row).at(static_cast<std::size_t>(column) - 1);
@@ -89,6 +90,7 @@ public:
     std::vector<std::string> rows;
     std::vector<std::vector<std::string>> subItems;
     std::vector<std::size_t> selected;
+    std::size_t hidden = 0;
     /// The row that bears the list's focus.
     std::optional<std::size_t> focusedItem;
 };

@@ -131,10 +131,10 @@ TEST_F(SettingsTest, FilesAreThoseOfTheToolkitInBothDirections) {
 }
 
 TEST_F(SettingsTest, AFullDiskIsAFailureAndLeavesTheStoreAsItWas) {
-    Save("USER_LI", "scrambled");
+    Save("USER_LI", std::string(5000, 'x'));
     const std::string before = mFolder.ReadFile("configuration/velmora.ini");
     {
-        const SmallFiles full(10);
+        const SmallFiles full(1000);
         EXPECT_THROW(Save("ImportDir", "/srv/inventory"), RunTimeError);
     }
     EXPECT_EQ(mFolder.ReadFile("configuration/velmora.ini"), before);

@@ -16,6 +16,8 @@
 #include <QThread>
 #include <QWidget>
 
+#include <iostream>
+
 namespace {
 
 constexpr const char* kPassword = "brennickworks";
@@ -39,6 +41,34 @@ void RaiseWindows() {
             window->activateWindow();
         }
 }
+
+/// Takes the top-most splash away before a box, which it would cover.
+class UncoveredPrompts final : public Prompts {
+public:
+    explicit UncoveredPrompts(Prompts& prompts) : mPrompts(prompts) {}
+
+    MsgBoxAnswer MsgBox(const std::string& text, int style, const std::string& title) override {
+        return Uncovered().MsgBox(text, style, title);
+    }
+    std::string InputBox(const std::string& prompt, const std::string& title,
+                         const std::string& initial) override {
+        return Uncovered().InputBox(prompt, title, initial);
+    }
+    std::string OpenFile(const FileDialog& dialog) override { return Uncovered().OpenFile(dialog); }
+    std::string SaveFile(const FileDialog& dialog) override { return Uncovered().SaveFile(dialog); }
+    std::string BrowseForFolder(const std::string& title, const std::string& startFolder) override {
+        return Uncovered().BrowseForFolder(title, startFolder);
+    }
+    void Beep() override { mPrompts.Beep(); }
+
+private:
+    Prompts& Uncovered() {
+        FormRegistry::Instance().Unload("frmSplash");
+        return mPrompts;
+    }
+
+    Prompts& mPrompts;
+};
 
 } // namespace
 
@@ -65,7 +95,13 @@ bool Startup::Main() {
     if (mInstance.IsPrior()) {
         // A desktop that finds windows by their titles must find the first copy's, not this one's.
         QApplication::setApplicationDisplayName("Close This one");
-        mInstance.ActivateFirst();
+        if (!mInstance.ActivateFirst()) {
+            mExitStatus = kNotBroughtForward;
+            std::cerr << "Velmora: another copy already runs from " << mProgramFolder
+                      << " and can not be brought forward. It may be another account's, or another program "
+                         "may hold a lock on the folder."
+                      << std::endl;
+        }
         return false;
     }
     mInstance.Listen(RaiseWindows);
@@ -87,7 +123,7 @@ bool Startup::Main() {
     const bool isImported = Import();
     if (!isImported) {
         // The window stays loaded and hidden, and with it the program.
-        mPrompts.MsgBox("Failed to Import INF Files", MsgBoxStyle::kCritical, "Import");
+        UncoveredPrompts(mPrompts).MsgBox("Failed to Import INF Files", MsgBoxStyle::kCritical, "Import");
         ScreenPointer(MousePointer::Default);
         return true;
     }
@@ -136,7 +172,7 @@ bool Startup::RebuildDatabase() {
     const std::string database = Beside("Demodb.mdb");
     const std::optional<std::string> emptyDatabase = FindFile(mProgramFolder, "Template.sdb");
     if (!emptyDatabase) {
-        mPrompts.MsgBox(
+        UncoveredPrompts(mPrompts).MsgBox(
             "Movanta Demo has not been installed properly!\r\n'Template.sdb' file is missing from "
             "the '" +
                 mProgramFolder + "' folder. Please re-install the MOVA admin module.",
@@ -151,9 +187,10 @@ bool Startup::RebuildDatabase() {
 
 bool Startup::Import() {
     ImportProgress progress;
-    cSinImport import(gConnection, mPrompts, mClock, {gImportTime, gImportTimeNum}, &progress);
+    UncoveredPrompts prompts(mPrompts);
+    cSinImport import(gConnection, prompts, mClock, {gImportTime, gImportTimeNum}, &progress);
     bool noData = false;
-    return import.ImportInfData(Beside("INF"), "", noData);
+    return import.ImportInfData(FolderOnDisk(Beside("INF")), "", noData);
 }
 
 std::string Startup::Beside(const char* name) const {

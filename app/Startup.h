@@ -36,6 +36,12 @@ public:
     /// Failures of the collector's start and of the copying of files are not caught.
     bool Main();
 
+    /// The exit status where another copy runs that can't be brought forward, which is told on the error
+    /// stream alone.
+    static constexpr int kNotBroughtForward = 2;
+    /// What the program ends with where it ends at once.
+    int ExitStatus() const { return mExitStatus; }
+
 private:
     void ApplySwitch();
     void ShowSplash();
@@ -55,4 +61,5 @@ private:
     EchoProbes& mProbes;
     SingleInstance& mInstance;
     std::unique_ptr<frmMain> mForm;
+    int mExitStatus = 0;
 };

@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
         Startup startup(folder, commandLine, settings, prompts, processes, clock, desktop, printing, probes,
                         instance);
         if (!startup.Main() || FormRegistry::Instance().Windows().empty())
-            return 0;
+            return startup.ExitStatus();
         prompts.Owner(FormRegistry::Instance().Find("frmMain"));
         FormRegistry::Instance().OnLastUnloaded([] { Application::exit(0); });
         return Application::exec();

@@ -33,6 +33,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -230,7 +231,17 @@ void frmMain::Load() {
 void frmMain::LoadSettings() {
     mnuPopup->menuAction()->setVisible(false);
     mnuPopupR->menuAction()->setVisible(false);
-    SaveSetting("APPPATH", mProgramFolder);
+    // The console opens without a store that can be written, too; the first failure is told of at the end.
+    std::optional<RunTimeError> unsaved;
+    const auto saving = [&unsaved](const auto& step) {
+        try {
+            step();
+        } catch (const RunTimeError& failure) {
+            if (!unsaved)
+                unsaved = failure;
+        }
+    };
+    saving([this] { SaveSetting("APPPATH", mProgramFolder); });
     RestorePosition();
     const std::string database = "demodb.mdb";
     gDatabasePath = FindFile(mProgramFolder, database).value_or(JoinPath(mProgramFolder, database));
@@ -254,11 +265,13 @@ void frmMain::LoadSettings() {
     for (const StoredView& view : kViews) {
         // The click flips the mark to what is stored, and applies it.
         Action(view.item).setChecked(CDbl(Setting(view.key, "1")) == 0);
-        (this->*view.click)();
+        saving([&] { (this->*view.click)(); });
     }
     ApplyStoredMode();
     gFirstActivation = true;
     mSession.Activate();
+    if (unsaved)
+        throw RunTimeError(*unsaved);
 }
 
 void frmMain::RestorePosition() {

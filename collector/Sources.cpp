@@ -86,7 +86,9 @@ bool HasEnded(pid_t program, Clock::time_point deadline, int& status) {
     return true;
 }
 
-// Starts `command` in a process group of its own, so that its children can be killed with it.
+// Starts `command`, -1 where it can't be, from the system's own folders: whoever starts the collector must
+// not choose by his PATH what it runs. It is in a process group of its own, so that its children can be
+// killed with it.
 pid_t Spawn(const CommandLine& command, int output) {
     std::vector<char*> arguments;
     for (const std::string& argument : command)
@@ -106,12 +108,17 @@ pid_t Spawn(const CommandLine& command, int output) {
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
 
-    pid_t program = 0;
-    const int error = ::posix_spawnp(&program, arguments.front(), &actions, &attributes, arguments.data(),
-                                     environment.data());
+    pid_t program = -1;
+    for (const char* const place : {"/usr/bin/", "/bin/"}) {
+        const std::string file = place + command.front();
+        if (::posix_spawn(&program, file.c_str(), &actions, &attributes, arguments.data(),
+                          environment.data()) == 0)
+            break;
+        program = -1;
+    }
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
-    return error == 0 ? program : -1;
+    return program;
 }
 
 } // namespace

@@ -28,8 +28,8 @@ using CommandLine = std::vector<std::string>;
 /// within the time limit (it is killed then).
 using ProgramRunner = std::function<std::string(const CommandLine&, std::chrono::milliseconds)>;
 
-/// The real runner: no shell, a fixed environment with untranslated messages. Empty, too, for a program that
-/// writes more than 4 MB.
+/// The real runner: a name in /usr/bin or /bin, no shell, a fixed environment with untranslated messages.
+/// Empty, too, for a program that writes more than 4 MB.
 std::string RunProgram(const CommandLine& command, std::chrono::milliseconds timeLimit);
 
 class Sources {

@@ -37,20 +37,15 @@ Values StartupValues(std::string_view text) {
     return values;
 }
 
-// The digits that a value begins with; 0 without any, the highest number with too many.
-std::uint64_t LeadingNumber(std::string_view text) {
-    const auto end = std::min(text.find_first_not_of("0123456789"), text.size());
-    return end == 0 ? 0 : WholeNumber(text.substr(0, end)).value_or(UINT64_MAX);
-}
-
 } // namespace
 
 StartupOptions ParseStartupOptions(std::string_view text) {
-    constexpr std::uint64_t longestDelay = 600;
+    constexpr std::int16_t longestDelay = 600;
     Values values = StartupValues(text);
     StartupOptions options;
-    options.delay = std::chrono::seconds(std::min(LeadingNumber(values["DELAYTIMER"]), longestDelay));
-    options.isAudible = LeadingNumber(values["PINGSOUND"]) == 1;
+    const std::int16_t delay = ShortOrNothing(values["DELAYTIMER"]).value_or(longestDelay);
+    options.delay = std::chrono::seconds(std::clamp(delay, std::int16_t{0}, longestDelay));
+    options.isAudible = ShortOrNothing(values["PINGSOUND"]) == 1;
     return options;
 }
 

@@ -24,9 +24,13 @@ void CollectInto(const std::filesystem::path& folder) {
     if (options.isAudible && ::isatty(STDERR_FILENO) != 0)
         (void)std::fputc('\a', stderr);
 
+    // The console takes a folder of the name in another case, too.
+    std::filesystem::path inventory = FileIgnoringCase(folder, "INF");
+    if (!std::filesystem::is_directory(inventory))
+        inventory = folder / "INF";
     const Sources sources;
     const std::string machine = MachineName(sources);
-    WriteInventory(folder / "INF", machine, InventoryText(machine, sources, CurrentSurroundings()));
+    WriteInventory(inventory, machine, InventoryText(machine, sources, CurrentSurroundings()));
 }
 
 } // namespace

@@ -16,7 +16,7 @@ inline std::string Get(const SettingsStore& store, const std::string& key, const
     return store.GetSetting(kApplication, kSection, key, fallback);
 }
 
-/// Raises error 75 where the store can't be written.
+/// Raises error 61 or 75 where the store can't be written.
 inline void Save(SettingsStore& store, const std::string& key, const std::string& text) {
     store.SaveSetting(kApplication, kSection, key, text);
 }

@@ -4,12 +4,17 @@
 #include "core/Admin.h"
 #include "core/ConsoleSettings.h"
 #include "platform/codepage.h"
+#include "platform/errors.h"
 
 namespace LogonUsers {
 
 namespace {
 
 constexpr const char* kKey = "USER_LI";
+
+bool CanBeListed(std::string_view text) {
+    return CodePage::System().Holds(text);
+}
 
 } // namespace
 
@@ -26,20 +31,22 @@ void Write(SettingsStore& store, std::string_view list) {
 }
 
 std::string Entry(std::string_view name, std::string_view password) {
-    const CodePage& page = CodePage::System();
-    return page.Decode(page.Encode(name)) + ":" + page.Decode(page.Encode(password)) + ";";
+    if (!CanBeListed(name) || !CanBeListed(password))
+        Raise(Errors::kInvalidCall);
+    return std::string(name).append(":").append(password).append(";");
 }
 
 bool Contains(std::string_view list, std::string_view name, std::string_view password) {
-    return list.find(Entry(name, password)) != std::string_view::npos;
+    return CanBeListed(name) && CanBeListed(password) &&
+           list.find(Entry(name, password)) != std::string_view::npos;
 }
 
 std::optional<std::string> WithNewPassword(std::string_view list, std::string_view name,
                                            std::string_view oldPassword, std::string_view newPassword) {
+    if (!Contains(list, name, oldPassword))
+        return std::nullopt;
     const std::string entry = Entry(name, oldPassword);
     const std::size_t place = list.find(entry);
-    if (place == std::string_view::npos)
-        return std::nullopt;
     return std::string(list).replace(place, entry.size(), Entry(name, newPassword));
 }
 

@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "core/LogonUsers.h"
 #include "core/MainForm.h"
+#include "platform/codepage.h"
 #include "platform/desktop.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -21,8 +22,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
-
-#include <optional>
 
 using Controls::Guarded;
 using Controls::Shown;
@@ -59,15 +58,6 @@ Profile ReadableProfile(const std::string& path) {
         return Profile::Load(path);
     } catch (const RunTimeError&) {
         return {};
-    }
-}
-
-/// The number that a value begins with, or nothing where it can stand for no row of a list.
-std::optional<std::int16_t> ShortNumber(const std::string& value) {
-    try {
-        return CInt(Val(value));
-    } catch (const RunTimeError&) {
-        return std::nullopt;
     }
 }
 
@@ -115,8 +105,11 @@ void frmOptions::SelectItemData(QComboBox& combo, std::int16_t value) {
 
 void frmOptions::ReadCollectorIni(const std::string& folder) {
     const Profile profile = ReadableProfile(CollectorIni(folder));
+    // What another folder's file says must not be taken for what this one does.
+    for (QComboBox* const combo : {CMBSeconds, CMBInfo, CMBSound})
+        combo->setCurrentIndex(-1);
     const auto select = [&profile](QComboBox& combo, const char* key, const char* fallback) {
-        if (const auto value = ShortNumber(profile.Get(kStartup, key, fallback)))
+        if (const auto value = ShortOrNothing(profile.Get(kStartup, key, fallback)))
             SelectItemData(combo, *value);
     };
     select(*CMBSeconds, kDelay, "30");
@@ -176,7 +169,17 @@ void frmOptions::ChooseFolder(const std::string& folder) {
     ReadCollectorIni(Before(folder, separator));
 }
 
+void frmOptions::LeaveFolder() {
+    QString folder = txtPath[0]->text();
+    while (folder.size() > 1 && folder.endsWith(kSeparator))
+        folder.chop(1);
+    if (folder != txtPath[0]->text())
+        txtPath[0]->setText(folder);
+}
+
 bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txtPath[0] && event->type() == QEvent::FocusOut)
+        LeaveFolder();
     if (watched == txtAGREEPATH && event->type() == QEvent::MouseButtonDblClick) {
         Guarded(mPrompts, [this] { ViewAgreement(); });
         return true;
@@ -208,6 +211,10 @@ void frmOptions::ViewAgreement() {
 }
 
 void frmOptions::OK() {
+    // With "?" in its name the collectors would look for another file.
+    if (LastPositionOf(TextOf(*txtPath[0]), kSeparator) > 0 &&
+        !CodePage::System().Holds(TextOf(*txtAGREEPATH)))
+        Raise(Errors::kInvalidCall, TextOf(*txtAGREEPATH));
     // A unit that the settings never knew is nothing to choose from; it stays until one is chosen.
     const auto unit =
         cmbOld->currentIndex() >= 0 ? static_cast<std::int16_t>(cmbOld->currentData().toInt()) : gImportTime;

@@ -52,6 +52,8 @@ private:
     void WriteCollectorIni(const std::string& folder);
     void BTNInfoClick(std::size_t index);
     void ChooseFolder(const std::string& folder);
+    /// A separator at the folder's end would count as the one that parts it from the folder above.
+    void LeaveFolder();
     void ViewAgreement();
     void OK();
     void LimitCount(std::int16_t timeUnit);

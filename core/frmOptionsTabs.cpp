@@ -209,6 +209,8 @@ void frmOptions::ConnectControls() {
         HelpTopic(*this, kTopics.at(static_cast<std::size_t>(tab)));
         ChooseDefault();
     });
+    txtPath[0]->installEventFilter(this);
+    connect(txtPath[0], &QLineEdit::returnPressed, this, &frmOptions::LeaveFolder);
     connect(txtPath[1], &QLineEdit::textChanged, this, [this] { mDatabasePathEdited = true; });
     for (std::size_t i = 0; i < BTNInfo.size(); ++i)
         connect(BTNInfo.at(i), &QPushButton::clicked, this,

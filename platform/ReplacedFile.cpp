@@ -54,7 +54,9 @@ ReplacedFile::Access AccessFor(const std::string& target, ReplacedFile::Rights r
         return {status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO), status.st_gid};
     const mode_t mask = umask(0);
     umask(mask);
-    return {(S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH) & ~mask, std::nullopt};
+    constexpr mode_t kReading = S_IRUSR | S_IRGRP | S_IROTH;
+    const mode_t usual = (kReading | S_IWUSR | S_IWGRP | S_IWOTH) & ~mask;
+    return {rights == ReplacedFile::Rights::Shared ? usual | kReading : usual, std::nullopt};
 }
 
 } // namespace

@@ -17,6 +17,8 @@ public:
     enum class Rights {
         /// Those of the target where there is one, its group too, else those of any new file of the user.
         Usual,
+        /// As Usual, and a new file can be read by everybody, whatever the user's mask.
+        Shared,
         /// Reading and writing by the owner alone: for what holds the whole database.
         OwnerOnly,
     };

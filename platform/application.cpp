@@ -3,7 +3,11 @@
 
 #include "platform/prompts.h"
 
+#include <QDir>
 #include <QEvent>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <cstdlib>
@@ -62,9 +66,18 @@ RunTimeError Caught() {
     std::_Exit(EXIT_FAILURE);
 }
 
+/// The toolkit's dialogs keep their state in the user's configuration folder. They would make a home that is
+/// missing, and do without where no folder can be.
+void LeaveMissingHomeAlone() {
+    const QFileInfo folder(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    if (!folder.dir().exists())
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+}
+
 } // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    LeaveMissingHomeAlone();
     setApplicationName(QStringLiteral("Velmora"));
     setQuitOnLastWindowClosed(false);
 }

@@ -28,19 +28,6 @@ constexpr std::array kLanguagePages = {
     LanguagePage{"lv", 1257}, LanguagePage{"vi", 1258}, LanguagePage{"th", 874},
 };
 
-void AppendUTF8(char32_t character, std::string& text) {
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-    } else if (character < 0x800) {
-        text += static_cast<char>(0xC0U | character >> 6U);
-        text += static_cast<char>(0x80U | (character & 0x3FU));
-    } else {
-        text += static_cast<char>(0xE0U | character >> 12U);
-        text += static_cast<char>(0x80U | (character >> 6U & 0x3FU));
-        text += static_cast<char>(0x80U | (character & 0x3FU));
-    }
-}
-
 class Converter {
 public:
     explicit Converter(int page) : mHandle(iconv_open("UTF-16LE", ("CP" + std::to_string(page)).c_str())) {
@@ -72,6 +59,19 @@ private:
 };
 
 } // namespace
+
+void AppendUTF8(char32_t character, std::string& text) {
+    if (character < 0x80) {
+        text += static_cast<char>(character);
+    } else if (character < 0x800) {
+        text += static_cast<char>(0xC0U | character >> 6U);
+        text += static_cast<char>(0x80U | (character & 0x3FU));
+    } else {
+        text += static_cast<char>(0xE0U | character >> 12U);
+        text += static_cast<char>(0x80U | (character >> 6U & 0x3FU));
+        text += static_cast<char>(0x80U | (character & 0x3FU));
+    }
+}
 
 char32_t TakeCharacter(std::string_view& text) {
     // A character in more bytes than it needs could pass for another one.
@@ -156,6 +156,13 @@ std::string CodePage::Encode(std::string_view utf8) const {
     while (!utf8.empty())
         bytes += Byte(TakeCharacter(utf8));
     return bytes;
+}
+
+bool CodePage::Holds(std::string_view utf8) const {
+    while (!utf8.empty())
+        if (!mBytes.contains(TakeCharacter(utf8)))
+            return false;
+    return true;
 }
 
 char CodePage::Byte(char32_t character) const {

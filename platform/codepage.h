@@ -32,6 +32,9 @@ public:
     /// `utf8` in this page, with "?" for each character that it lacks and each byte that is no UTF-8.
     std::string Encode(std::string_view utf8) const;
 
+    /// Whether the page has all characters of `utf8`, so that they come back as they are.
+    bool Holds(std::string_view utf8) const;
+
     /// The byte of one character, "?" where the page lacks it.
     char Byte(char32_t character) const;
 
@@ -51,6 +54,9 @@ inline constexpr char32_t kNoCharacter = 0xFFFFFFFF;
 /// Takes one character off the front of UTF-8 text, which holds something; one byte, and kNoCharacter, where
 /// none begins. Surrogates and characters in more bytes than they need are none.
 char32_t TakeCharacter(std::string_view& text);
+
+/// Appends a character below U+10000 to UTF-8 text.
+void AppendUTF8(char32_t character, std::string& text);
 
 /// Whether all of `text` is UTF-8.
 bool IsUTF8(std::string_view text);

@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/profile.h"
 
+#include "platform/Descriptor.h"
 #include "platform/ReplacedFile.h"
 #include "platform/codepage.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/text.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 
 namespace {
@@ -48,6 +54,18 @@ std::optional<std::string_view> SectionName(std::string_view text) {
     return Trimmed(text.substr(0, text.find(']')));
 }
 
+/// Takes the room first: a full disk must not leave half of the file.
+void WriteInPlace(const std::string& path, const std::string& bytes) {
+    Descriptor file(path, O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
+    const auto size = static_cast<off_t>(bytes.size());
+    if (const int error = size > 0 ? posix_fallocate(file.Number(), 0, size) : 0; error != 0)
+        RaiseSystem(error, path);
+    file.Write(bytes);
+    if (ftruncate(file.Number(), size) != 0 || fsync(file.Number()) != 0)
+        RaiseSystem(errno, path);
+    file.Close();
+}
+
 } // namespace
 
 Profile Profile::Load(const std::string& path) {
@@ -64,9 +82,20 @@ Profile Profile::Load(const std::string& path) {
 }
 
 void Profile::Save(const std::string& path) const {
-    ReplacedFile file(path, ReplacedFile::Rights::Usual, ReplacedFile::Links::Replace);
-    file.Write(mBytes);
-    file.Commit();
+    struct stat status {};
+    const bool isThere = lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    // Replaced, it would no longer be its owner's.
+    if (isThere && status.st_uid != geteuid())
+        return WriteInPlace(path, mBytes);
+    try {
+        ReplacedFile file(path, ReplacedFile::Rights::Shared, ReplacedFile::Links::Replace);
+        file.Write(mBytes);
+        file.Commit();
+    } catch (const RunTimeError& failure) {
+        if (!isThere || failure.number != Errors::kPermissionDenied)
+            throw;
+        WriteInPlace(path, mBytes);
+    }
 }
 
 std::optional<Profile::Place> Profile::Find(std::string_view section, std::string_view key) const {

@@ -21,8 +21,9 @@ public:
     /// The profile in the file `path`, empty where there is none. Raises error 70 or 75 for a file that can't
     /// be read, and 7 for one that is larger than a profile can be.
     static Profile Load(const std::string& path);
-    /// Puts the whole file in the place of the one at `path`, so that nobody reads half of it. Raises what
-    /// ReplacedFile raises.
+    /// Puts the whole file in the place of the one at `path`, so that nobody reads half of it. Everybody can
+    /// read a new one. One that is another's, or in a folder where no file can be made, is written where it
+    /// stands. Raises what ReplacedFile raises.
     void Save(const std::string& path) const;
 
     /// The value, without blanks around it and without a pair of quotation marks around the rest; at most 511

@@ -1,126 +1,136 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/settings.h"
 
+#include "platform/Descriptor.h"
+#include "platform/ReplacedFile.h"
+#include "platform/SettingsText.h"
 #include "platform/errors.h"
+#include "platform/files.h"
 
-#include <QByteArray>
-#include <QDir>
-#include <QFileInfo>
-#include <QSettings>
+#include <QFile>
 #include <QStandardPaths>
-#include <QString>
-#include <QVariant>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <functional>
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+#include <thread>
 
 namespace {
 
-QString UserFile() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/velmora/velmora.ini");
+constexpr std::chrono::seconds kLongestWait{5};
+constexpr std::chrono::milliseconds kPause{10};
+
+std::string UserFile() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return QFile::encodeName(folder + QStringLiteral("/velmora/velmora.ini")).toStdString();
 }
 
-QString Text(const std::string& utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+std::string Level(const std::string& section) {
+    return section + "\\";
 }
 
-QString SectionPath(const std::string& application, const std::string& section) {
-    return Text(application) + QLatin1Char('/') + Text(section);
+/// The user's configuration folder and the console's own in it.
+void MakeFolders(const std::string& path) {
+    std::error_code ignored; // the opening tells
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    std::filesystem::create_directory(folder.parent_path(), ignored);
+    std::filesystem::create_directory(folder, ignored);
 }
 
-QString KeyPath(const std::string& application, const std::string& section, const std::string& key) {
-    return SectionPath(application, section) + QLatin1Char('/') + Text(key);
+/// Whether `file` still stands under its name, and has not been replaced since it was opened.
+bool IsAt(const std::string& path, const Descriptor& file) {
+    struct stat open {};
+    struct stat named {};
+    return fstat(file.Number(), &open) == 0 && stat(path.c_str(), &named) == 0 &&
+           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
-/// Paths can hold bytes that are no UTF-8; those are kept as bytes, all else as text that can be read.
-QVariant Stored(const std::string& text) {
-    const QString readable = Text(text);
-    if (readable.toUtf8().toStdString() == text)
-        return readable;
-    return QByteArray::fromStdString(text);
-}
-
-/// Makes the file, or makes it its owner's alone, before anything is written: it holds the logon list.
-bool Protect(const QString& path) {
-    const QFileInfo file(path);
-    if (!QDir().mkpath(file.absolutePath()))
-        return false;
-    const int descriptor = open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (descriptor < 0)
-        return false;
-    const bool isProtected = fchmod(descriptor, S_IRUSR | S_IWUSR) == 0;
-    close(descriptor);
-    return isProtected;
-}
-
-/// Makes a change and puts it on disk.
-void Change(std::unique_ptr<QSettings>& store, const std::function<void(QSettings&)>& change) {
-    const QString path = store->fileName();
-    if (!Protect(path))
-        Raise(Errors::kPathAccess, path.toStdString());
-    // A failure sticks to its object; the file may be well again by now.
-    if (store->status() == QSettings::AccessError)
-        store = std::make_unique<QSettings>(path, QSettings::IniFormat);
-    change(*store);
-    store->sync();
-    if (store->status() == QSettings::AccessError)
-        Raise(Errors::kPathAccess, path.toStdString());
+/// The file, made where there is none, and held against other consoles until the result goes. Its owner alone
+/// can read it before anything is written: it holds the logon list.
+std::unique_ptr<Descriptor> Hold(const std::string& path) {
+    const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
+    for (;;) {
+        auto file = std::make_unique<Descriptor>(path, O_RDWR | O_CREAT, S_IRUSR | S_IWUSR);
+        if (fchmod(file->Number(), S_IRUSR | S_IWUSR) != 0)
+            RaiseSystem(errno, path);
+        // A file system without locks keeps nobody out.
+        const bool isHeld = flock(file->Number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+        // Whoever held it before has put another file in its place.
+        if (isHeld && IsAt(path, *file))
+            return file;
+        if (std::chrono::steady_clock::now() > deadline)
+            Raise(Errors::kPermissionDenied, path);
+        std::this_thread::sleep_for(kPause);
+    }
 }
 
 } // namespace
 
-SettingsStore::SettingsStore() : mFile(std::make_unique<QSettings>(UserFile(), QSettings::IniFormat)) {}
+SettingsStore::SettingsStore() : mPath(UserFile()) {}
 
-SettingsStore::SettingsStore(const std::string& path)
-    : mFile(std::make_unique<QSettings>(Text(path), QSettings::IniFormat)) {}
+SettingsText SettingsStore::Load() const {
+    try {
+        return SettingsText(ReadFile(mPath));
+    } catch (const RunTimeError&) {
+        return {};
+    }
+}
 
-SettingsStore::~SettingsStore() = default;
+void SettingsStore::Change(const std::function<void(SettingsText&)>& change) const {
+    try {
+        MakeFolders(mPath);
+        const std::unique_ptr<Descriptor> held = Hold(mPath);
+        const std::string before = ReadFile(mPath);
+        SettingsText text(before);
+        change(text);
+        const std::string after = text.Bytes();
+        if (after == before)
+            return;
+        ReplacedFile file(mPath, ReplacedFile::Rights::OwnerOnly);
+        file.Write(after);
+        file.Commit();
+    } catch (const RunTimeError& failure) {
+        if (failure.number == Errors::kDiskFull)
+            throw;
+        Raise(Errors::kPathAccess, mPath);
+    }
+}
 
 std::string SettingsStore::GetSetting(const std::string& application, const std::string& section,
                                       const std::string& key, const std::string& fallback) const {
-    const QVariant stored = mFile->value(KeyPath(application, section, key));
-    if (!stored.isValid())
-        return fallback;
-    if (stored.userType() == QMetaType::QByteArray)
-        return stored.toByteArray().toStdString();
-    // A file edited by hand may hold a bare comma, which the format reads as a list.
-    if (stored.userType() == QMetaType::QStringList)
-        return stored.toStringList().join(QLatin1String(", ")).toStdString();
-    return stored.toString().toStdString();
+    return Load().Get(application, Level(section) + key).value_or(fallback);
 }
 
 void SettingsStore::SaveSetting(const std::string& application, const std::string& section,
                                 const std::string& key, const std::string& text) {
-    Change(mFile, [&](QSettings& file) { file.setValue(KeyPath(application, section, key), Stored(text)); });
+    Change([&](SettingsText& file) { file.Set(application, Level(section) + key, text); });
 }
 
 bool SettingsStore::HasApplication(const std::string& application) const {
-    return mFile->childGroups().contains(Text(application));
+    return Load().HasKeys(application, {});
 }
 
 bool SettingsStore::HasSection(const std::string& application, const std::string& section) const {
-    const QString start = SectionPath(application, section) + QLatin1Char('/');
-    const QStringList keys = mFile->allKeys();
-    return std::any_of(keys.begin(), keys.end(), [&](const QString& key) { return key.startsWith(start); });
+    return Load().HasKeys(application, Level(section));
 }
 
 bool SettingsStore::DeleteSection(const std::string& application, const std::string& section) {
     if (!HasSection(application, section))
         return false;
-    Change(mFile, [&](QSettings& file) { file.remove(SectionPath(application, section)); });
+    Change([&](SettingsText& file) { file.RemoveKeys(application, Level(section)); });
     return true;
 }
 
 bool SettingsStore::DeleteSetting(const std::string& application, const std::string& section,
                                   const std::string& key) {
-    const QString path = KeyPath(application, section, key);
-    if (!mFile->contains(path))
+    if (!Load().Get(application, Level(section) + key))
         return false;
-    Change(mFile, [&](QSettings& file) { file.remove(path); });
+    Change([&](SettingsText& file) { file.Remove(application, Level(section) + key); });
     return true;
 }

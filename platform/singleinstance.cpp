@@ -93,14 +93,15 @@ void SingleInstance::Listen(std::function<void()> raise) {
     mServer->listen(mSocketPath);
 }
 
-void SingleInstance::ActivateFirst() {
+bool SingleInstance::ActivateFirst() {
     if (mSocketPath.isEmpty())
-        return;
+        return false;
     // A first copy that has only just begun holds the lock before it listens.
     for (QDeadlineTimer deadline(kLongestWait); !deadline.hasExpired(); QThread::msleep(kPause)) {
         QLocalSocket first;
         first.connectToServer(mSocketPath);
         if (first.waitForConnected(static_cast<int>(deadline.remainingTime())))
-            return;
+            return true;
     }
+    return false;
 }

@@ -27,9 +27,9 @@ public:
     /// are let through, so also in a wait that holds back user input.
     void Listen(std::function<void()> raise);
 
-    /// For a later copy: asks the first to come to the front. Waits two seconds at most; errors are ignored,
-    /// since this copy ends in any case.
-    void ActivateFirst();
+    /// For a later copy: asks the first to come to the front. Waits two seconds at most. False where it can't
+    /// be reached.
+    bool ActivateFirst();
 
 private:
     /// Takes the folder's own lock, which keeps out other users' copies too: they would rebuild the same

@@ -179,6 +179,14 @@ std::int16_t CInt(double value) {
     return static_cast<std::int16_t>(RoundedWithin(value, -32768, 32767));
 }
 
+std::optional<std::int16_t> ShortOrNothing(std::string_view text) {
+    try {
+        return CInt(Val(text));
+    } catch (const RunTimeError&) {
+        return std::nullopt;
+    }
+}
+
 std::int32_t CLng(double value) {
     return static_cast<std::int32_t>(RoundedWithin(value, std::numeric_limits<std::int32_t>::min(),
                                                    std::numeric_limits<std::int32_t>::max()));

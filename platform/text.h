@@ -26,6 +26,10 @@ std::optional<double> NumberOrNothing(std::string_view text);
 /// `value` as a 16-bit integer, halves rounded to even. Raises error 6 outside -32768 to 32767.
 std::int16_t CInt(double value);
 
+/// The number that `text` begins with as a 16-bit integer, as CInt and Val have it; nothing where it does not
+/// fit. So console and collectors read what they leave each other.
+std::optional<std::int16_t> ShortOrNothing(std::string_view text);
+
 /// `value` as a 32-bit integer, halves rounded to even. Raises error 6 outside the range.
 std::int32_t CLng(double value);
 

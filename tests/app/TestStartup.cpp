@@ -4,7 +4,13 @@
 
 #include <QLabel>
 
+#include <gmock/gmock.h>
+
 namespace {
+
+void ExpectNoSplash() {
+    EXPECT_FALSE(FormRegistry::Instance().IsLoaded("frmSplash")) << "it would cover the box";
+}
 
 TEST_F(StartupTest, EndsInTheMainWindowWithTheImportedMachines) {
     // What stands there from a run that was killed must not leak into the new database.
@@ -42,7 +48,8 @@ TEST_F(StartupTest, AnEmptyFolderOpensWithNoMachines) {
     processes.onStart = [] {};
     prompts.Expect(
         Box("No data to import",
-            "There are no files to import! Please make sure you have selected the proper directory."));
+            "There are no files to import! Please make sure you have selected the proper directory."),
+        ExpectNoSplash);
     ASSERT_TRUE(Start());
     EXPECT_TRUE(MainWindow()->isVisible());
     const auto* tree = MainWindow()->findChild<QTreeView*>("tvTreeView");
@@ -56,11 +63,13 @@ TEST_F(StartupTest, WithoutTheTemplateTheOldDatabaseStays) {
         Box("Template.sdb Not Found",
             "Movanta Demo has not been installed properly!\r\n'Template.sdb' file is missing from the '" +
                 folder.Path() + "' folder. Please re-install the MOVA admin module.",
-            MsgBoxStyle::kQuestion));
+            MsgBoxStyle::kQuestion),
+        ExpectNoSplash);
     ASSERT_TRUE(Start());
     EXPECT_EQ(MainWindow(), nullptr);
     EXPECT_EQ(folder.ReadFile("Demodb.mdb"), "an old database");
     EXPECT_NE(QApplication::overrideCursor(), nullptr) << "the hourglass stays until the process goes";
+    EXPECT_TRUE(FormRegistry::Instance().Windows().empty()) << "and nothing is left to wait for";
 }
 
 TEST_F(StartupTest, AFailedImportLeavesTheWindowLoadedAndHidden) {
@@ -68,8 +77,8 @@ TEST_F(StartupTest, AFailedImportLeavesTheWindowLoadedAndHidden) {
         folder.WriteFile("INF/PC1.ORG", MachineFile("PC1"));
         folder.WriteFile("INF/PC2.ORG", MachineFile("O'NEIL"));
     };
-    prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, MsgBoxStyle::kCritical});
-    prompts.Expect(Box("Import", "Failed to Import INF Files", MsgBoxStyle::kCritical));
+    prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, MsgBoxStyle::kCritical}, ExpectNoSplash);
+    prompts.Expect(Box("Import", "Failed to Import INF Files", MsgBoxStyle::kCritical), ExpectNoSplash);
     ASSERT_TRUE(Start());
     ASSERT_NE(MainWindow(), nullptr);
     EXPECT_FALSE(MainWindow()->isVisible());
@@ -84,10 +93,27 @@ TEST_F(StartupTest, ACollectorThatCanNotBeStartedIsAnUnguardedFailure) {
 }
 
 TEST_F(StartupTest, ASecondCopyAsksTheFirstForwardAndEnds) {
-    const SingleInstance first(folder.Path());
+    SingleInstance first(folder.Path());
+    first.Listen([] {});
     EXPECT_FALSE(Start());
+    EXPECT_EQ(startup->ExitStatus(), 0);
     EXPECT_EQ(processes.starts, "");
     EXPECT_TRUE(FormRegistry::Instance().Windows().empty());
+}
+
+TEST_F(StartupTest, ASecondCopyThatCanNotReachTheFirstSaysSoWithoutABox) {
+    const SingleInstance first(folder.Path()); // as another account's, it answers nobody
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(Start());
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                testing::HasSubstr("already runs from " + folder.Path()));
+    EXPECT_EQ(startup->ExitStatus(), 2);
+}
+
+TEST_F(StartupTest, AFolderOfTheInventoryMayBeSpeltInAnotherCase) {
+    processes.onStart = [this] { folder.WriteFile("inf/PC1.ORG", MachineFile("PC1")); };
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(Machines(), "PC1");
 }
 
 TEST_F(StartupTest, SwitchesAreTakenExactly) {

@@ -4,6 +4,7 @@
 #include "collector/Software.h"
 #include "collector/Sources.h"
 #include "tests/collector/FakeMachine.h"
+#include "tests/support/EnvironmentVariable.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -41,6 +42,17 @@ TEST(RunProgram, GivesTheOutputOfAProgramThatSucceeds) {
     EXPECT_EQ(RunProgram({"echo", "$HOME; a b"}, 5s), "$HOME; a b\n") << "no shell reads the arguments";
     EXPECT_EQ(RunProgram({"false"}, 5s), "");
     EXPECT_EQ(RunProgram({"no-such-program-here"}, 5s), "");
+}
+
+TEST(RunProgram, IsNotLedAstrayByThePathOfItsCaller) {
+    const FakeMachine machine;
+    for (const char* name : {"/echo", "/of-the-callers"}) {
+        machine.File(name, "#!/bin/sh\necho chosen by the caller\n");
+        ASSERT_EQ(::chmod(machine.At(name).c_str(), 0755), 0);
+    }
+    const EnvironmentVariable path("PATH", machine.At("").string());
+    EXPECT_EQ(RunProgram({"echo", "the system's"}, 5s), "the system's\n");
+    EXPECT_EQ(RunProgram({"of-the-callers"}, 5s), "");
 }
 
 TEST(RunProgram, GivesUpOnAProgramThatHangs) {

@@ -6,6 +6,7 @@
 #include "core/frmUsers.h"
 #include "platform/errors.h"
 #include "tests/core/DialogTest.h"
+#include "tests/support/ErrorOf.h"
 
 #include <QGroupBox>
 #include <QListWidget>
@@ -129,11 +130,24 @@ TEST_F(LogonTest, TheVeryFirstLogonFoundsTheListAndSucceedsInTheSameClick) {
     EXPECT_FALSE(login.isVisible());
 }
 
-TEST_F(LogonTest, ALetterThatTheStoreLacksIsNoReasonToRefuse) {
-    LogonUsers::Write(settings, LogonUsers::Entry("\xC5\x81ukasz", "\xE2\x82\xAC"));
+TEST_F(LogonTest, ALetterThatTheStoreLacksOpensNothingAndIsNotStored) {
+    LogonUsers::Write(settings, LogonUsers::Entry("root", "\xE2\x82\xAC") + "root:??????;");
     frmLogin login(nullptr, settings, prompts);
-    TypeLogon(login, "\xC5\x81ukasz", "\xE2\x82\xAC");
-    EXPECT_TRUE(login.LoginSucceeded);
+    ShowActive(login);
+    for (const char* wrong : {"\xD0\xBF\xD0\xB0\xD1\x80\xD0\xBE\xD0\xBB\xD1\x8C", "\xFF?????"}) {
+        prompts.Expect(::Box("Login", "Invalid Password, try again!", 0));
+        TypeLogon(login, "root", wrong);
+    }
+    TypeLogon(login, "root", "\xE2\x82\xAC");
+    EXPECT_TRUE(login.LoginSucceeded) << "the page has this one";
+
+    const std::string list = Users();
+    EXPECT_FALSE(LogonUsers::WithNewPassword(list, "root", "\xD0\xBF?????", "new"));
+    for (const char* text : {"\xC5\x81ukasz", "e\xCC\x81"}) {
+        EXPECT_EQ(ErrorOf([&] { LogonUsers::WithNewPassword(list, "root", "??????", text); }),
+                  Errors::kInvalidCall);
+        EXPECT_EQ(ErrorOf([&] { LogonUsers::List({{text, "password"}}); }), Errors::kInvalidCall);
+    }
 }
 
 TEST_F(LogonTest, ACharacterThatCannotBeScrambledIsToldOf) {

@@ -141,9 +141,62 @@ TEST_F(OptionsTest, AChosenFolderShowsItsFileAtOnceAndIsTakenOnlyByOK) {
     EXPECT_TRUE(IsGeneralEnabled());
     EXPECT_EQ(Rows(), "60 Sec|Yes|No|/a");
     EXPECT_EQ(gImportDir, old);
+    folder.WriteFile("third/MOVANTA.INI", "[STARTUP]\nDELAYTIMER=45\nASKNEWUSERINFO=2\n");
+    prompts.Expect(Folder("Please select INF Directory", chosen), folder.Path("third/Inf"));
+    Press(*options, "BTNInfo(0)");
+    EXPECT_EQ(Rows(), "||No|") << "nothing of the folder before is left";
     Press(*options, "cmdCancel");
     EXPECT_EQ(gImportDir, old);
     EXPECT_EQ(Stored("ImportDir"), "<none>");
+}
+
+TEST_F(OptionsTest, ATypedFolderThatEndsInSeparatorsIsTheFolderAllTheSame) {
+    const std::string inventory = folder.Path("new/Inf");
+    folder.WriteFile("new/Inf/PC1.ORG", "");
+    ShowActive(Open());
+    Type(*options, "txtPath(0)", "/");
+    QTest::keyClick(&Box(*options, "txtPath(0)"), Qt::Key_Tab);
+    EXPECT_EQ(Text(*options, "txtPath(0)"), "/");
+    Box(*options, "txtPath(0)").setFocus();
+    Type(*options, "txtPath(0)", inventory + "//");
+    QTest::keyClick(&Box(*options, "txtPath(0)"), Qt::Key_Tab);
+    EXPECT_EQ(Text(*options, "txtPath(0)"), inventory);
+    Box(*options, "txtPath(0)").setFocus();
+    Type(*options, "txtPath(0)", inventory + "/");
+    QTest::keyClick(&Box(*options, "txtPath(0)"), Qt::Key_Return);
+    EXPECT_EQ(gImportDir, inventory);
+    EXPECT_TRUE(folder.Exists("new/MOVANTA.INI"));
+    EXPECT_EQ(folder.Names("new/Inf").size(), 1U);
+}
+
+TEST_F(OptionsTest, AnAgreementWhoseNameCannotBeWrittenIsRefusedBeforeAnythingIs) {
+    const std::string document = "/srv/\xD0\xBF.txt";
+    Open();
+    Type(*options, "txtPath(2)", "/backups");
+    Type(*options, "txtAGREEPATH", document);
+    prompts.Expect(::Box("Error#5", "Invalid procedure call or argument: " + document, 16));
+    Press(*options, "cmdOK");
+    EXPECT_EQ(Stored("BackupDir"), "<none>");
+    EXPECT_FALSE(folder.Exists("MOVANTA.INI"));
+    Type(*options, "txtPath(0)", "");
+    OK();
+    EXPECT_EQ(Stored("BackupDir"), "/backups")
+        << "without a folder of the collectors nothing is written to them";
+}
+
+TEST_F(OptionsTest, ConsoleAndCollectorsReadTheSameNumbers) {
+    const struct {
+        const char *text, *row;
+        int seconds;
+    } cases[] = {{"+5", "5 Sec", 5}, {"1e1", "10 Sec", 10}, {"1 0", "10 Sec", 10}, {"4.6", "5 Sec", 5},
+                 {"0x5", "None", 0}, {"-5", "", 0},         {"45", "", 45},        {"&", "None", 0}};
+    for (const auto& c : cases) {
+        folder.WriteFile("MOVANTA.INI", std::string("[STARTUP]\nDELAYTIMER=") + c.text + "\n");
+        Open();
+        EXPECT_EQ(Combo("CMBSeconds").currentText().toStdString(), c.row) << c.text;
+        EXPECT_EQ(collector::ReadStartupOptions(folder.Path()).delay, std::chrono::seconds(c.seconds))
+            << c.text;
+    }
 }
 
 TEST_F(OptionsTest, OKStoresTheSettingsAndRelinksAChangedDatabase) {

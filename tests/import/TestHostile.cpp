@@ -196,7 +196,7 @@ TEST_F(HostileTest, FilesMadeToBeSlowAreNot) {
 
 TEST_F(HostileTest, WhatIsNoFileIsPassedOver) {
     std::filesystem::create_directory(inventory + "/folder.org");
-    symlink("/nonexistent", (inventory + "/dangling.org").c_str());
+    symlink((inventory + "/missing").c_str(), (inventory + "/dangling.org").c_str());
     mkfifo((inventory + "/pipe.org").c_str(), 0600);
     symlink("/dev/zero", (inventory + "/endless.org").c_str());
     Write(".hidden.org", SmallFile("HIDDEN"));

@@ -3,6 +3,7 @@
 #include "import/Record.h"
 #include "import/TimeFrame.h"
 #include "import/cINIReader.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -49,9 +50,10 @@ TEST(cINIReader, FindsValuesByPlainSearch) {
 }
 
 TEST(cINIReader, AnUnreadableFileHasNoSections) {
+    const TemporaryFolder folder;
     cINIReader reader;
-    reader.INIFilename("/nonexistent/PC1.ORG");
-    EXPECT_EQ(reader.INIFilename(), "/nonexistent/PC1.ORG");
+    reader.INIFilename(folder.Path("missing/PC1.ORG"));
+    EXPECT_EQ(reader.INIFilename(), folder.Path("missing/PC1.ORG"));
     EXPECT_EQ(reader.GetValue("NET", "INFO0", "none"), "none");
     reader.CloseINI();
     EXPECT_EQ(reader.INIFilename(), "");

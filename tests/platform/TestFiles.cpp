@@ -13,13 +13,14 @@
 namespace {
 
 TEST(Files, AnEmptyFolderIsNowhere) {
+    const TemporaryFolder folder;
     EXPECT_EQ(JoinPath("", "etc"), "") << "and never the root";
     EXPECT_EQ(JoinPath("/a/", "b"), "/a/b");
     EXPECT_EQ(FolderOf("/a/b/c"), "/a/b");
     EXPECT_EQ(FolderOf("c"), "");
     EXPECT_FALSE(FindFile("", "passwd"));
     EXPECT_TRUE(DirectoryListing("").Names().empty());
-    EXPECT_TRUE(DirectoryListing("/nonexistent").Names().empty());
+    EXPECT_TRUE(DirectoryListing(folder.Path("missing")).Names().empty());
 }
 
 TEST(Files, AFoldersNameIsFoundInWhateverCase) {
@@ -51,7 +52,7 @@ TEST(Files, NamesAreListedAndFoundWithoutRegardToCase) {
     for (const char* name : {"b.ORG", "A.org", "a.ORG", "c.organ", ".d.org", "sub/e.org"})
         folder.WriteFile(name, "x");
     symlink(folder.Path("b.ORG").c_str(), folder.Path("link.org").c_str());
-    symlink("/nonexistent", folder.Path("dangling.org").c_str());
+    symlink(folder.Path("missing").c_str(), folder.Path("dangling.org").c_str());
     const DirectoryListing listing(folder.Path());
     EXPECT_EQ(listing.WithExtension(".org"), (std::vector<std::string>{"A.org", "b.ORG", "link.org"}))
         << "two spellings are one name, folders and hidden files are none";

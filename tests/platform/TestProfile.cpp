@@ -2,6 +2,7 @@
 // The collectors' file as it was and as it is after a change, byte for byte, and what of it is read.
 #include "platform/errors.h"
 #include "platform/profile.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/SmallFiles.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Texts.h"
@@ -129,6 +130,46 @@ TEST(ProfileFile, IsReplacedWholeAndKeepsItsRights) {
     profile.Save(path);
     EXPECT_EQ(folder.ReadFile("MOVANTA.INI"), "[S]\nA=1\nK=5\n");
     EXPECT_EQ(folder.Rights("MOVANTA.INI"), 0664U);
+}
+
+TEST(ProfileFile, EverybodyCanReadANewOneWhateverTheMask) {
+    const TemporaryFolder folder;
+    const mode_t mask = umask(077);
+    Profile("[S]\nK=5\n").Save(folder.Path("MOVANTA.INI"));
+    umask(mask);
+    EXPECT_EQ(folder.Rights("MOVANTA.INI"), 0644U);
+}
+
+TEST(ProfileFile, StaysAnothersAndIsWrittenWhereNoFileCanBeMade) {
+    constexpr uid_t kNobody = 65534;
+    const TemporaryFolder folder;
+    const std::string path = folder.WriteFile("MOVANTA.INI", "[S]\nA=a long text\n");
+    const bool isRoot = geteuid() == 0;
+    // The superuser may make files anywhere, and so is somebody else here.
+    ASSERT_EQ(chmod(folder.Path().c_str(), isRoot ? 0755 : 0555), 0);
+    ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+    ASSERT_EQ(isRoot ? seteuid(kNobody) : 0, 0);
+    Profile("[S]\nK=5\n").Save(path);
+    const int failure = ErrorOf([&] { Profile().Save(folder.Path("NEW.INI")); });
+    {
+        const SmallFiles full(12);
+        EXPECT_THROW(Profile("[S]\nK=something longer\n").Save(path), RunTimeError);
+    }
+    ASSERT_EQ(isRoot ? seteuid(0) : 0, 0);
+    EXPECT_EQ(failure, Errors::kPermissionDenied);
+    EXPECT_EQ(folder.ReadFile("MOVANTA.INI"), "[S]\nK=5\n");
+    EXPECT_EQ(folder.Names().size(), 1U);
+    EXPECT_EQ(folder.Rights("MOVANTA.INI"), 0666U);
+    chmod(folder.Path().c_str(), 0700);
+
+    if (!isRoot)
+        GTEST_SKIP() << "only the superuser can write to a file of another account's in a folder of his own";
+    ASSERT_EQ(chown(path.c_str(), kNobody, kNobody), 0);
+    Profile("[S]\nK=6\n").Save(path);
+    struct stat status {};
+    stat(path.c_str(), &status);
+    EXPECT_EQ(status.st_uid, kNobody);
+    EXPECT_EQ(folder.ReadFile("MOVANTA.INI"), "[S]\nK=6\n");
 }
 
 TEST(ProfileFile, ALinkIsNeitherReadNorWrittenThrough) {

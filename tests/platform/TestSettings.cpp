@@ -2,11 +2,17 @@
 #include "platform/settings.h"
 #include "tests/support/EnvironmentVariable.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/SmallFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <QSettings>
+
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
+#include <random>
 
 namespace {
 
@@ -18,16 +24,12 @@ protected:
         SettingsStore(mFile).SaveSetting("Velmora", "Settings", key, text);
     }
 
-    /// What the next run reads: from a copy, since the toolkit remembers a file that it has read before.
     std::string NextRun(const std::string& key, const std::string& fallback = "(none)") {
-        const std::string copy = mFolder.Path("copy" + std::to_string(++mCopies) + ".ini");
-        std::filesystem::copy_file(mFile, copy);
-        return SettingsStore(copy).GetSetting("Velmora", "Settings", key, fallback);
+        return SettingsStore(mFile).GetSetting("Velmora", "Settings", key, fallback);
     }
 
     TemporaryFolder mFolder;
     std::string mFile = mFolder.Path("configuration/velmora.ini");
-    int mCopies = 0;
 };
 
 TEST_F(SettingsTest, TextsComeBackInTheNextRunAsTheyWere) {
@@ -47,6 +49,9 @@ TEST_F(SettingsTest, TextsComeBackInTheNextRunAsTheyWere) {
         {"lines", "one\r\ntwo\n\n"},
         {"what the scrambled logon list is made of", everyCharacter},
         {"a NUL", "before\0behind"s},
+        {"a control character before what could be one of its digits",
+         "\x01\x7F"
+         "Abe \0a"s},
         {"a path whose bytes are no UTF-8",
          "/srv/Stra\xDF"
          "e/\xFF\xFE"},
@@ -56,6 +61,118 @@ TEST_F(SettingsTest, TextsComeBackInTheNextRunAsTheyWere) {
         EXPECT_EQ(NextRun("Key"), c.text) << c.why;
     }
     EXPECT_EQ(NextRun("Other", "1000"), "1000");
+}
+
+TEST_F(SettingsTest, FilesAreThoseOfTheToolkitInBothDirections) {
+    static const std::string kPieces[] = {"a",
+                                          "F",
+                                          "9",
+                                          " ",
+                                          "\t",
+                                          ",",
+                                          ";",
+                                          "=",
+                                          "\"",
+                                          "\\",
+                                          "@",
+                                          "@ByteArray(",
+                                          ")",
+                                          "[",
+                                          "]",
+                                          "%",
+                                          "\n",
+                                          "\r",
+                                          "\x01",
+                                          "\x1F",
+                                          "\0"s,
+                                          "\x7F",
+                                          "\xC3\xBC",
+                                          "\xE2\x82\xAC",
+                                          "\xF0\x9F\x98\x80",
+                                          "'",
+                                          "?",
+                                          "#",
+                                          "/"};
+    std::mt19937 random(20011102);
+    std::uniform_int_distribution<std::size_t> piece(0, std::size(kPieces) - 1);
+    const QString path = QString::fromStdString(mFolder.Path("toolkit.ini"));
+    const auto key = [](int round) { return "Key" + std::to_string(round); };
+    constexpr int kRounds = 300;
+    std::vector<std::string> texts;
+    QSettings toolkit(path, QSettings::IniFormat);
+    for (int round = 0; round < kRounds; ++round) {
+        std::string text;
+        for (int left = round % 9; left > 0; --left)
+            text += kPieces[piece(random)];
+        toolkit.setValue(QString::fromStdString("Velmora/Settings/" + key(round)),
+                         QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+        texts.push_back(text);
+    }
+    toolkit.setValue("Velmora/Settings/Bytes", QByteArray("/srv/\xDF\0", 7));
+    toolkit.setValue("Other/Number", 5);
+    toolkit.sync();
+
+    SettingsStore store(path.toStdString());
+    for (int round = 0; round < kRounds; ++round)
+        ASSERT_EQ(store.GetSetting("Velmora", "Settings", key(round), "(none)"), texts[round])
+            << testing::PrintToString(texts[round]);
+    EXPECT_EQ(store.GetSetting("Velmora", "Settings", "Bytes", ""), "/srv/\xDF\0"s);
+    // What the store writes, with all that it found there.
+    store.SaveSetting("Velmora", "Settings", "New", "/srv/\xFF");
+    std::filesystem::copy_file(path.toStdString(), mFolder.Path("copy.ini"));
+    const QSettings reader(QString::fromStdString(mFolder.Path("copy.ini")), QSettings::IniFormat);
+    for (int round = 0; round < kRounds; ++round)
+        ASSERT_EQ(
+            reader.value(QString::fromStdString("Velmora/Settings/" + key(round))).toString().toStdString(),
+            texts[round])
+            << testing::PrintToString(texts[round]);
+    EXPECT_EQ(reader.value("Velmora/Settings/New").toByteArray().toStdString(), "/srv/\xFF");
+    EXPECT_EQ(reader.value("Other/Number").toInt(), 5);
+}
+
+TEST_F(SettingsTest, AFullDiskIsAFailureAndLeavesTheStoreAsItWas) {
+    Save("USER_LI", std::string(5000, 'x'));
+    const std::string before = mFolder.ReadFile("configuration/velmora.ini");
+    {
+        const SmallFiles full(1000);
+        EXPECT_THROW(Save("ImportDir", "/srv/inventory"), RunTimeError);
+    }
+    EXPECT_EQ(mFolder.ReadFile("configuration/velmora.ini"), before);
+    EXPECT_EQ(mFolder.Names("configuration").size(), 1U);
+}
+
+TEST_F(SettingsTest, ConsolesThatSaveAtTheSameTimeKeepEachOthersSettings) {
+    constexpr int kConsoles = 4;
+    constexpr int kSettings = 20;
+    const auto key = [](int console, int setting) {
+        return std::to_string(console) + "." + std::to_string(setting);
+    };
+    for (int console = 0; console < kConsoles; ++console)
+        if (fork() == 0) {
+            for (int setting = 0; setting < kSettings; ++setting)
+                Save(key(console, setting), "text");
+            _exit(0);
+        }
+    for (int console = 0; console < kConsoles; ++console) {
+        int status = -1;
+        wait(&status);
+        EXPECT_EQ(status, 0);
+    }
+    for (int console = 0; console < kConsoles; ++console)
+        for (int setting = 0; setting < kSettings; ++setting)
+            EXPECT_EQ(NextRun(key(console, setting)), "text") << key(console, setting);
+}
+
+TEST_F(SettingsTest, AHomeThatIsMissingIsNotMade) {
+    const EnvironmentVariable folder("XDG_CONFIG_HOME", "");
+    const EnvironmentVariable home("HOME", mFolder.Path("home"));
+    SettingsStore store;
+    EXPECT_EQ(ErrorOf([&] { store.SaveSetting("Velmora", "Settings", "ViewMode", "3"); }),
+              Errors::kPathAccess);
+    EXPECT_FALSE(mFolder.Exists("home"));
+    std::filesystem::create_directory(mFolder.Path("home"));
+    store.SaveSetting("Velmora", "Settings", "ViewMode", "3");
+    EXPECT_TRUE(mFolder.Exists("home/.config/velmora/velmora.ini"));
 }
 
 TEST_F(SettingsTest, OnlyTheOwnerReadsTheLogonList) {

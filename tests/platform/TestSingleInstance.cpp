@@ -35,7 +35,7 @@ TEST_F(SingleInstanceTest, ALaterCopyRaisesTheFirstThatIsWaiting) {
     {
         SingleInstance second(mProgram.Path() + "/.");
         EXPECT_TRUE(second.IsPrior()) << "another way of writing the folder is the same folder";
-        second.ActivateFirst();
+        EXPECT_TRUE(second.ActivateFirst());
     }
     EXPECT_EQ(raised, 0);
     WaitRound();
@@ -86,8 +86,10 @@ TEST_F(SingleInstanceTest, OnlyAFolderOfTheUsersAloneIsTrusted) {
     }
     std::filesystem::permissions(own, std::filesystem::perms(0777));
     const SingleInstance first(mProgram.Path());
-    EXPECT_TRUE(SingleInstance(mProgram.Path()).IsPrior())
+    SingleInstance second(mProgram.Path());
+    EXPECT_TRUE(second.IsPrior())
         << "a folder that others can write to is not trusted; the program folder's own lock still tells";
+    EXPECT_FALSE(second.ActivateFirst()) << "but there is no socket then";
 }
 
 TEST_F(SingleInstanceTest, AnotherUsersCopyCountsAsPrior) {

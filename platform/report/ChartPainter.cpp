@@ -82,7 +82,7 @@ std::string SliceLabel(const std::string& name, std::size_t count, std::size_t t
                        const FontMeasure& measure) {
     QString shown = ShownText(name).trimmed();
     if (shown.isEmpty())
-        shown = QStringLiteral("(none)");
+        shown = QString::fromLatin1(kNoName);
     const double share =
         100.0 * static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(total, 1));
     // Little is still something, and nearly all is not all.

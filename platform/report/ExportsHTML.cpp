@@ -170,8 +170,7 @@ private:
         if (!text.empty())
             return text;
         const Group& group = mDocument.groups[level];
-        const bool isFlag = mDocument.fields[group.field].IsFlag();
-        return FormatValue(group.format, row[group.field], isFlag);
+        return FormatValue(group.format, row[group.field], group.isFlag);
     }
 
     void OpenGroups(std::size_t level, const Row& row) {

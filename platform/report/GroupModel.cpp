@@ -134,7 +134,7 @@ QVariant GroupModel::data(const QModelIndex& index, int role) const {
             return {};
         QString title = ShownText(entry->title);
         if (title.trimmed().isEmpty())
-            title = QStringLiteral("(none)");
+            title = QString::fromLatin1(kNoName);
         if (role == Qt::DisplayRole)
             return title;
         // Plain text, whatever a title looks like.

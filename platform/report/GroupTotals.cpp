@@ -27,7 +27,7 @@ std::size_t GroupTotals::FirstNewGroup(const Row& row) const {
         return 0;
     std::size_t level = 0;
     while (level < mGroupValues.size() &&
-           IsSameGroup(mGroupValues[level], row[mDocument.groups[level].field]))
+           IsSameGroup(mDocument.groups[level], mGroupValues[level], row[mDocument.groups[level].field]))
         ++level;
     return level;
 }

@@ -333,8 +333,7 @@ GroupEntry Layout::Group(std::size_t index) const {
     mThis->report.ReadRow(entry.firstRow, row);
     const Document& document = mThis->report.Definition();
     const report::Group& group = document.groups[place.level];
-    const bool isFlag = document.fields[group.field].IsFlag();
-    return {place.level, FormatValue(group.format, row[group.field], isFlag), entry.firstRow, entry.rowCount,
+    return {place.level, FormatValue(group.format, row[group.field], group.isFlag), entry.firstRow, entry.rowCount,
             entry.page};
 }
 

@@ -125,8 +125,10 @@ void ReadValueObject(TableReader& table, std::string_view key, SectionKind secti
         object.source = Special(table);
     else
         object.source = Summary(table, key, section, document);
-    const bool isShare = object.source.kind == Source::Kind::Share;
-    object.format = ReadFormat(table, isShare ? *FindFormat("percent") : Format());
+    const char* const usual = object.source.kind == Source::Kind::Share   ? "percent"
+                              : object.source.kind == Source::Kind::Count ? "number"
+                                                                          : "general";
+    object.format = ReadFormat(table, *FindFormat(usual));
     object.prefix = table.Text("prefix").value_or("");
     object.suffix = table.Text("suffix").value_or("");
 }

@@ -222,10 +222,16 @@ private:
         return false;
     }
 
+    /// The last row as `section` shows it.
+    const Row& RowOf(const Section& section) {
+        return section.kind == SectionKind::GroupFooter ? mTotals.Closing(mLastRow) : mLastRow;
+    }
+
     /// A footer stands in the table that it closes, each object below its column; without one, as text.
     void WriteFooter(const Section& section, std::size_t group) {
         for (const Line& line : section.lines) {
-            const std::string text = LineText(line, &mLastRow, group);
+            const Row& row = RowOf(section);
+            const std::string text = LineText(line, &row, group);
             if (text.empty())
                 continue;
             if (!mIsTableOpen || HasTablePerRow()) {
@@ -235,7 +241,7 @@ private:
             }
             std::vector<std::string> cells(mShown.Columns().size());
             for (const ObjectDefinition& object : line.objects)
-                if (const std::string part = TextOf(object, &mLastRow, group); !part.empty()) {
+                if (const std::string part = TextOf(object, &row, group); !part.empty()) {
                     std::string& cell = cells[mShown.ColumnAt(object)];
                     cell.append(cell.empty() ? "" : " ").append(part);
                 }
@@ -283,12 +289,13 @@ private:
     void FormatRow(std::size_t group) {
         mTexts.clear();
         mStyles.clear();
+        const Row& row = RowOf(mShown.Rows());
         std::vector<const ObjectDefinition*> objects;
         for (const Line& line : mShown.Rows().lines)
             for (const ObjectDefinition& object : line.objects)
                 if (object.kind == Kind::Field || object.kind == Kind::Text) {
                     objects.push_back(&object);
-                    mTexts.push_back(TextOf(object, &mLastRow, group));
+                    mTexts.push_back(TextOf(object, &row, group));
                     mStyles.push_back(object.style);
                 }
         const FormatEvent* const event = mReport.EventOf(mShown.Rows());

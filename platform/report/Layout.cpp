@@ -31,6 +31,7 @@ Layout::Implementation::Implementation(const Report& source, const PageFormat& p
       plan(source, fitter, paper.leftMargin,
            std::max(paper.width - paper.leftMargin - paper.rightMargin, 0.0)),
       printDate(FormatDate(SystemClock().Now(), "yyyy-mm-dd")),
+      mNames(source.Definition()),
       mHeaderHeights(plan.Levels()),
       mGroups(plan.Levels(), plan.sumFields.size()),
       mNumbers(plan.sumFields.size()),
@@ -114,7 +115,7 @@ bool Layout::Implementation::LoadRows() {
         mPages.push_back({0, 0});
         mRoom = BodyHeight(0, mValues);
     }
-    mPlace = {&mValues, mBegins, isLast ? 0 : plan.FirstDifference(mValues, mNext), isLast,
+    mPlace = {&mValues, mBegins, isLast ? 0 : plan.FirstDifference(mValues, mNext), isLast, nullptr,
               mRow == 0 && !mHeaderStandsOnTop};
     mIsReady = true;
     return true;
@@ -134,6 +135,7 @@ void Layout::Implementation::BeginLookingAhead() {
     mAhead.begins = mPlace.begins;
     mAhead.height = 0;
     mAhead.current = mValues;
+    mAhead.names = mNames;
     mAhead.heights.assign(plan.Levels(), std::numeric_limits<double>::infinity());
 }
 
@@ -145,8 +147,13 @@ bool Layout::Implementation::LookAhead() {
         return false;
     if (!isLast)
         report.ReadRow(mAhead.row + 1, mAhead.next);
-    const RowPlace place{&mAhead.current, mAhead.begins,
-                         isLast ? 0 : plan.FirstDifference(mAhead.current, mAhead.next), false, false};
+    mAhead.names->Begin(mAhead.begins, mAhead.current);
+    const RowPlace place{&mAhead.current,
+                         mAhead.begins,
+                         isLast ? 0 : plan.FirstDifference(mAhead.current, mAhead.next),
+                         false,
+                         &mAhead.names->Closing(mAhead.current),
+                         false};
     mStrips.Clear();
     FlowRow(plan, place, {}, mStrips);
     mAhead.height += mStrips.Height();
@@ -176,14 +183,17 @@ bool Layout::Implementation::KeepsOnNewPage() const {
 void Layout::Implementation::PlaceRow() {
     for (std::size_t level = mPlace.begins; level < plan.Levels(); ++level)
         mHeaderHeights[level] = HeightOf(plan.groupHeaders[level], mValues);
-    std::fill(mNumbers.begin(), mNumbers.end(), 0.0);
+    std::fill(mNumbers.begin(), mNumbers.end(), Sum());
     AddSums(plan, mValues, mNumbers);
-    std::transform(mSums.begin(), mSums.end(), mNumbers.begin(), mSums.begin(), std::plus<>());
+    AddSums(plan, mValues, mSums);
     for (ValueCounts& chart : mCharts)
         chart.Add(mValues);
     mGroups.Begin(mPlace.begins, mRow);
     mGroups.Count(mNumbers);
 
+    mNames.Begin(mPlace.begins, mValues);
+    if (mPlace.ends < plan.Levels())
+        mPlace.closing = &mNames.Closing(mValues);
     mStrips.Clear();
     FlowRow(plan, mPlace, {}, mStrips);
     bool startsNewPage = plan.detail.section != nullptr && plan.detail.section->startsNewPage;

@@ -104,7 +104,7 @@ struct ObjectDefinition {
     Alignment alignment = Alignment::Left;
     Overflow overflow = Overflow::Wrap;
     TextStyle style;
-    /// Of a text object: its text.
+    /// Of a text object: its text. Of a chart: what its values are, the field's name where the file gives none.
     std::string text;
     /// Of a field object. `prefix` and `suffix` stand around the value; they go with an empty one.
     Source source;

@@ -155,6 +155,7 @@ void ReadChart(TableReader& table, SectionKind section, const Document& document
         Complain(table.Line(), "charts stand in the report's header or footer");
     object.kind = Kind::Chart;
     object.chartField = FieldAt(table, "chart", document);
+    object.text = table.Text("caption").value_or(document.fields[object.chartField].name);
     object.height = table.Number("height", 36, kHighestChart).value_or(300);
     ReadPlace(table, object);
 }

@@ -369,7 +369,7 @@ private:
         std::stable_sort(slices.begin(), slices.end(),
                          [](const auto& a, const auto& b) { return a.second > b.second; });
         std::string html = "<table>\n<thead>\n<tr><th scope=\"col\">";
-        AppendHTML(html, mDocument.fields[object.chartField].name);
+        AppendHTML(html, object.text);
         html += "</th><th scope=\"col\" class=\"r\">Count</th></tr>\n</thead>\n<tbody>\n";
         for (const auto& [value, count] : slices) {
             html += "<tr><td>";

@@ -59,9 +59,12 @@ double Layout::Implementation::BodyHeight(std::size_t page, const Row& row) cons
     return height;
 }
 
-double Layout::Implementation::RepeatedHeight(std::size_t levels, double body,
+/// Of the headers that a page repeats which begins at `strip`: those of groups and that of a subreport.
+double Layout::Implementation::RepeatedHeight(const RowStrips& strips, std::size_t strip, double body,
                                               const std::vector<double>& headers) const {
-    double height = 0;
+    const RowStrips::SubreportHeader* const subreport = strips.HeaderAt(strip);
+    double height = subreport == nullptr ? 0 : subreport->height;
+    const std::size_t levels = strips.LevelsAt(strip, plan.Levels());
     for (std::size_t level = 0; level < levels; ++level)
         if (report.Definition().groups[level].repeatsHeader)
             height += headers[level];
@@ -283,7 +286,7 @@ void Layout::Implementation::Take(std::size_t begin, std::size_t end) {
 
 double Layout::Implementation::NewPageRoom(std::size_t strip) const {
     const double body = BodyHeight(mPages.size(), mValues);
-    return body - RepeatedHeight(mStrips.LevelsAt(strip, plan.Levels()), body, mHeaderHeights);
+    return body - RepeatedHeight(mStrips, strip, body, mHeaderHeights);
 }
 
 void Layout::Implementation::NewPage(std::size_t strip) {

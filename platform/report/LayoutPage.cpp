@@ -82,25 +82,30 @@ void Layout::Implementation::WriteRepeatedHeaders(PageWriter& writer, std::size_
                                                   const Row& first) const {
     const PageStart start = mPages[page];
     // The last page may have begun with a row that is not placed yet.
-    if (start.row >= mRow || plan.Levels() == 0)
+    if (start.row >= mRow || (plan.Levels() == 0 && start.strip == 0))
         return;
     RowStrips strips;
     GroupNames names(report.Definition());
     FlowRow(plan, PlaceOf(start.row, first, names), {}, strips);
     const std::size_t levels = strips.LevelsAt(start.strip, plan.Levels());
     std::vector<Row> rows(levels);
-    std::vector<double> heights(levels);
+    std::vector<double> heights(plan.Levels());
     for (std::size_t level = 0; level < levels; ++level) {
         report.ReadRow(mGroups.Of(mGroups.Find(level, start.row)).firstRow, rows[level]);
         heights[level] = HeightOf(plan.groupHeaders[level], rows[level]);
     }
-    if (RepeatedHeight(levels, BodyHeight(page, first), heights) == 0)
+    if (RepeatedHeight(strips, start.strip, BodyHeight(page, first), heights) == 0)
         return;
     for (std::size_t level = 0; level < levels; ++level) {
         const SectionPlan& header = plan.groupHeaders[level];
         writer.Show(0, kAll);
         if (report.Definition().groups[level].repeatsHeader && !header.lines.empty())
             writer.Add({&plan, &header, header.lines, &rows[level], nullptr, false});
+    }
+    if (const RowStrips::SubreportHeader* const header = strips.HeaderAt(start.strip)) {
+        writer.Show(0, kAll);
+        const SectionPlan& section = header->plan->pageHeader;
+        writer.Add({header->plan, &section, section.lines, &header->row, nullptr, true});
     }
 }
 

@@ -53,7 +53,8 @@ private:
     // Heights of what stands on each page.
     double HeightOf(const SectionPlan& section, const Row& row) const;
     double BodyHeight(std::size_t page, const Row& row) const;
-    double RepeatedHeight(std::size_t levels, double body, const std::vector<double>& headers) const;
+    double RepeatedHeight(const RowStrips& strips, std::size_t strip, double body,
+                          const std::vector<double>& headers) const;
 
     // Placing rows, in the order of the calls.
     bool PlaceNext();

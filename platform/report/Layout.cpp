@@ -118,8 +118,8 @@ bool Layout::Implementation::LoadRows() {
         mPages.push_back({0, 0});
         mRoom = BodyHeight(0, mValues);
     }
-    mPlace = {&mValues, mBegins, isLast ? 0 : plan.FirstDifference(mValues, mNext), isLast, nullptr,
-              mRow == 0 && !mHeaderStandsOnTop};
+    mPlace = {&mValues, mBegins, isLast ? 0 : plan.FirstDifference(mValues, mNext),
+              isLast,   nullptr, mRow == 0 && !mHeaderStandsOnTop};
     mIsReady = true;
     return true;
 }
@@ -327,6 +327,27 @@ Page Layout::BuildPage(std::size_t number) const {
     return mThis->BuildPage(number);
 }
 
+std::size_t Layout::FirstRowOf(std::size_t number) const {
+    if (number >= PageCount())
+        Raise(Errors::kOutOfRange, std::to_string(number));
+    if (mThis->mPages.empty())
+        return 0;
+    const Implementation::PageStart start = mThis->mPages[number];
+    const bool goesOn = start.strip > 0 && PageOf(std::size_t{start.row} + 1) != number;
+    return start.strip == 0 || goesOn ? start.row : std::size_t{start.row} + 1;
+}
+
+std::optional<std::size_t> Layout::PageOf(std::size_t row) const {
+    if (row >= mThis->mRow)
+        return std::nullopt;
+    const std::vector<Implementation::PageStart>& pages = mThis->mPages;
+    const auto behind = std::upper_bound(
+        pages.begin(), pages.end(), row, [](std::size_t sought, const Implementation::PageStart& start) {
+            return sought < start.row || (sought == start.row && start.strip > 0);
+        });
+    return static_cast<std::size_t>(behind - pages.begin()) - 1;
+}
+
 std::size_t Layout::GroupCount() const {
     return mThis->mGroups.Size();
 }
@@ -335,6 +356,12 @@ std::size_t Layout::GroupLevel(std::size_t index) const {
     if (index >= mThis->mGroups.Size())
         Raise(Errors::kOutOfRange, std::to_string(index));
     return mThis->mGroups.At(index).level;
+}
+
+std::size_t Layout::GroupFirstRow(std::size_t index) const {
+    if (index >= mThis->mGroups.Size())
+        Raise(Errors::kOutOfRange, std::to_string(index));
+    return mThis->mGroups.Of(mThis->mGroups.At(index)).firstRow;
 }
 
 GroupEntry Layout::Group(std::size_t index) const {
@@ -346,8 +373,8 @@ GroupEntry Layout::Group(std::size_t index) const {
     mThis->report.ReadRow(entry.firstRow, row);
     const Document& document = mThis->report.Definition();
     const report::Group& group = document.groups[place.level];
-    return {place.level, FormatValue(group.format, row[group.field], group.isFlag), entry.firstRow, entry.rowCount,
-            entry.page};
+    return {place.level, FormatValue(group.format, row[group.field], group.isFlag), entry.firstRow,
+            entry.rowCount, entry.page};
 }
 
 } // namespace report

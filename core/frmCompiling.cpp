@@ -5,11 +5,9 @@
 #include "platform/application.h"
 
 #include <QCloseEvent>
-#include <QDeadlineTimer>
 #include <QFrame>
 #include <QLabel>
 #include <QVBoxLayout>
-#include <QWindow>
 
 frmCompiling::frmCompiling() : QWidget(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint) {
     const QString caption = QStringLiteral("Compiling Information... Please wait");
@@ -41,13 +39,8 @@ frmCompiling::~frmCompiling() {
 }
 
 void frmCompiling::ShowAndPaint() {
-    constexpr int kLongestWait = 250; // milliseconds
     show();
-    const QDeadlineTimer deadline(kLongestWait);
-    do
-        Application::LetEventsThrough();
-    while (isVisible() && !windowHandle()->isExposed() && !deadline.hasExpired());
-    repaint();
+    Application::LetAppear(*this);
 }
 
 void frmCompiling::Unload() {

@@ -94,7 +94,8 @@ std::string SliceLabel(const std::string& name, std::size_t count, std::size_t t
     else if (share >= 99.5 && count < total)
         percent = QStringLiteral("over 99");
     const std::string shownCount = FormatNumber(static_cast<double>(count), "#,##0");
-    const QString numbers = QStringLiteral(" \u2014 %1 (%2 %)").arg(QString::fromStdString(shownCount), percent);
+    const QString numbers =
+        QStringLiteral(" \u2014 %1 (%2 %)").arg(QString::fromStdString(shownCount), percent);
     const double room = width - measure.ShownWidth(kLabelStyle, numbers);
     if (measure.ShownWidth(kLabelStyle, shown) > room) {
         const QChar ellipsis(0x2026);

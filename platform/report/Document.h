@@ -67,8 +67,8 @@ std::optional<Format> FindFormat(std::string_view name);
 /// The text of `value` under `format`. `isFlag` says that a number comes from a column of flags.
 std::string FormatValue(const Format& format, const ADODB::Value& value, bool isFlag);
 
-/// What FormatValue makes of `value`, as a value that still sorts: equal for two values that read alike, letters'
-/// case aside. Texts that show nothing are Null; numbers are rounded as they are shown.
+/// What FormatValue makes of `value`, as a value that still sorts: equal for two values that read alike,
+/// letters' case aside. Texts that show nothing are Null; numbers are rounded as they are shown.
 ADODB::Value ShownValue(const Format& format, const ADODB::Value& value, bool isFlag);
 
 /// How groups and slices without a name are called.
@@ -104,7 +104,8 @@ struct ObjectDefinition {
     Alignment alignment = Alignment::Left;
     Overflow overflow = Overflow::Wrap;
     TextStyle style;
-    /// Of a text object: its text. Of a chart: what its values are, the field's name where the file gives none.
+    /// Of a text object: its text. Of a chart: what its values are, the field's name where the file gives
+    /// none.
     std::string text;
     /// Of a field object. `prefix` and `suffix` stand around the value; they go with an empty one.
     Source source;

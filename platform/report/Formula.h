@@ -7,11 +7,12 @@
 //
 // `=` and `<>` always answer: Null equals Null alone, so `<>` holds where exactly one side is Null. Any other
 // comparison with Null is Null, as is arithmetic on Null and on text that is no number; a Null condition is
-// not true; `&` takes Null as "". Texts compare without regard to the case of ASCII letters, unless the formula
-// is made to compare them exactly; Exact(a, b) always compares to the byte. A number and a text compare as numbers where the text is a number, else as texts. Division by
-// zero and overflow are Null. Positions count characters from 1; Round goes half to even, to 0 places where
-// it has no second argument. Replace(text, sought, other) takes what it finds in any case. Text(value,
-// "megabytes") formats as an object of that format does.
+// not true; `&` takes Null as "". Texts compare without regard to the case of ASCII letters, unless the
+// formula is made to compare them exactly; Exact(a, b) always compares to the byte. A number and a text
+// compare as numbers where the text is a number, else as texts. Division by zero and overflow are Null.
+// Positions count characters from 1; Round goes half to even, to 0 places where it has no second argument.
+// Replace(text, sought, other) takes what it finds in any case. Text(value, "megabytes") formats as an object
+// of that format does.
 #pragma once
 
 #include "platform/adodb.h"

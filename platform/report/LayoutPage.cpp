@@ -139,8 +139,9 @@ std::size_t Layout::Implementation::NextWithBands(std::size_t row) const {
 }
 
 RowPlace Layout::Implementation::PlaceOf(std::size_t row, const Row& values, GroupNames& names) const {
-    RowPlace place{
-        &values, plan.Levels(), plan.Levels(), mHasPlacedLast && row + 1 == mRow, nullptr, row == 0 && !mHeaderStandsOnTop};
+    RowPlace place{&values,       plan.Levels(),
+                   plan.Levels(), mHasPlacedLast && row + 1 == mRow,
+                   nullptr,       row == 0 && !mHeaderStandsOnTop};
     for (std::size_t level = plan.Levels(); level-- > 0;) {
         const GroupIndex::Entry& group = mGroups.Of(mGroups.Find(level, row));
         if (group.firstRow == row)

@@ -17,14 +17,15 @@ namespace report {
 /// Whether two values belong to one group: they read alike under its format, letters' case aside.
 bool IsSameGroup(const Group& group, const ADODB::Value& a, const ADODB::Value& b);
 
-/// Numbers values in the order in which they come; values that read alike, letters' case aside, have one number.
+/// Numbers values in the order in which they come; values that read alike, letters' case aside, have one
+/// number.
 class ValueIndex {
 public:
     explicit ValueIndex(const Format& format = {}, bool isFlag = false) : mFormat(format), mIsFlag(isFlag) {}
 
     std::uint32_t Number(const ADODB::Value& value);
-    /// The place of each number among all in ascending order: what shows nothing, numbers, texts without regard
-    /// to case.
+    /// The place of each number among all in ascending order: what shows nothing, numbers, texts without
+    /// regard to case.
     std::vector<std::uint32_t> Ranks() const;
 
 private:

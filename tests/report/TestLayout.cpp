@@ -183,18 +183,21 @@ TEST_F(LayoutTest, RowsThatReadAlikeAreOneGroup) {
 
 TEST_F(LayoutTest, FootersSumAndShareTheirGroups) {
     Add("a", "x", 1.5);
-    Add("a", "y", 2);
+    Add("A", "y", 2);
     Add("b", "x", 96.5);
     Add("b", "z", 0);
+    Add("c", "z", 0);
     connection->Execute("UPDATE Programs SET [Size] = Null WHERE Program = 'z'");
     const auto report = Programs(
         "[[group]]\nfield = \"{Programs.Machine}\"\n[[group.footer.line]]\nobjects = ["
-        "{sum = \"{Programs.Size}\", width = 50" +
-        kSize + "}, {share = true, left = 50, width = 50" + kSize +
+        "{field = \"{Programs.Machine}\", width = 20" +
+        kSize + "}, {sum = \"{Programs.Size}\", left = 20, width = 40" + kSize +
+        ", prefix = \"=\"}, {share = true, left = 60, width = 40" + kSize +
         "}]\n"
         "[[report-footer.line]]\nobjects = [{sum = \"{Programs.Size}\"" +
         kSize + "}]\n");
-    EXPECT_EQ(Laid(*report), "3.5|50 %\n96.5|50 %\n100\n");
+    EXPECT_EQ(Laid(*report), "a|=3.5|40 %\nb|=96.5|40 %\nc|20 %\n100\n")
+        << "called as the group began; a sum of unknown numbers is no 0";
 }
 
 TEST_F(LayoutTest, PagesFollowWhileRowsAreStillRead) {

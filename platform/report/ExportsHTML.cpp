@@ -7,6 +7,7 @@
 #include "platform/report/ExportWriters.h"
 #include "platform/report/GroupTotals.h"
 #include "platform/report/ValueCounts.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <array>
@@ -374,7 +375,9 @@ private:
         for (const auto& [value, count] : slices) {
             html += "<tr><td>";
             AppendHTML(html, value);
-            html.append("</td><td class=\"r\">").append(std::to_string(count)).append("</td></tr>\n");
+            html.append("</td><td class=\"r\">")
+                .append(FormatNumber(static_cast<double>(count), "#,##0"))
+                .append("</td></tr>\n");
         }
         mFile.Write(html.append("</tbody>\n</table>\n"));
     }

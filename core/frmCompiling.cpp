@@ -5,13 +5,11 @@
 #include "platform/application.h"
 
 #include <QCloseEvent>
-#include <QDeadlineTimer>
 #include <QFontDatabase>
 #include <QFrame>
 #include <QLabel>
 #include <QStyle>
 #include <QVBoxLayout>
-#include <QWindow>
 
 frmCompiling::frmCompiling() : QWidget(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint) {
     const QString caption = QStringLiteral("Compiling Information... Please wait");
@@ -50,13 +48,8 @@ frmCompiling::~frmCompiling() {
 }
 
 void frmCompiling::ShowAndPaint() {
-    constexpr int kLongestWait = 250; // milliseconds
     show();
-    const QDeadlineTimer deadline(kLongestWait);
-    do
-        Application::LetEventsThrough();
-    while (isVisible() && !windowHandle()->isExposed() && !deadline.hasExpired());
-    repaint();
+    Application::LetAppear(*this);
 }
 
 void frmCompiling::Unload() {

@@ -3,12 +3,16 @@
 
 #include "platform/prompts.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
+#include <QPointer>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
+#include <QWidget>
+#include <QWindow>
 
 #include <cstdlib>
 #include <iostream>
@@ -129,6 +133,18 @@ void Application::Fail(const RunTimeError& error) {
 
 void Application::LetEventsThrough() {
     processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void Application::LetAppear(QWidget& window) {
+    constexpr int kLongestWait = 250; // milliseconds
+    const QDeadlineTimer deadline(kLongestWait);
+    // What is let through may end it.
+    const QPointer<QWidget> shown(&window);
+    do
+        LetEventsThrough();
+    while (shown && shown->isVisible() && !shown->windowHandle()->isExposed() && !deadline.hasExpired());
+    if (shown)
+        shown->repaint();
 }
 
 std::string CommandLine(int argc, const char* const* argv) {

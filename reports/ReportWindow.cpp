@@ -6,6 +6,7 @@
 #include "core/HelpKey.h"
 #include "core/MenuKey.h"
 #include "core/frmCompiling.h"
+#include "platform/application.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
 #include "platform/report/Viewer.h"
@@ -87,7 +88,12 @@ void ReportWindow::Show() {
         return;
     // Not when the desktop gives it the keyboard, which some withhold: it is at work either way.
     QTimer::singleShot(0, this, [this] {
-        if (!mIsUnloaded)
+        if (mIsUnloaded)
+            return;
+        // A query may take long, so the window is painted first.
+        const QPointer<ReportWindow> self(this);
+        Application::LetAppear(*this);
+        if (self && !mIsUnloaded)
             FirstActivation();
     });
 }

@@ -51,8 +51,9 @@ void frmCRPCompare::Compile() {
     Report->SetText("SelectionLine", ConfID == 0 ? "All components" : "Mismatches only");
     Report->OnFormat("Section3", CRPCompare::Section3_Format);
     Report->DatabaseTable(1).SetDataSource(gRecordset);
+    // To the byte, as Fix Changes compares: every row that it acts on is shown.
     if (ConfID != 0)
-        Report->RecordSelectionFormula("{Comparison.Org} <> {Comparison.Cur}");
+        Report->RecordSelectionFormula("{Comparison.Org} <> {Comparison.Cur}", report::TextComparison::Exact);
     View();
     if (WaitWhileBusy())
         UnloadWaitWindow();

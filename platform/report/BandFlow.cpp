@@ -2,6 +2,7 @@
 #include "platform/report/BandFlow.h"
 
 #include "platform/report/FormulaNode.h"
+#include "platform/report/GroupNames.h"
 #include "platform/report/ValueCounts.h"
 
 namespace report {
@@ -12,7 +13,11 @@ namespace {
 class SubreportFlow {
 public:
     SubreportFlow(const ReportPlan& plan, std::vector<std::size_t> rows, bool needsTotals, BandSink& sink)
-        : mPlan(plan), mRows(std::move(rows)), mNeedsTotals(needsTotals), mSink(sink) {
+        : mPlan(plan),
+          mRows(std::move(rows)),
+          mNeedsTotals(needsTotals),
+          mSink(sink),
+          mNames(plan.report.Definition()) {
         for (std::size_t level = 0; level <= plan.Levels(); ++level)
             mTotals.push_back(Empty());
     }
@@ -33,6 +38,7 @@ public:
             if (!isLast)
                 mPlan.report.ReadRow(mRows[i + 1], next);
             const std::size_t ends = isLast ? 0 : mPlan.FirstDifference(row, next);
+            mNames.Begin(begins, row);
             for (std::size_t level = begins; level < mPlan.Levels(); ++level) {
                 mTotals[level] = Empty();
                 Add(mPlan.groupHeaders[level], row, nullptr);
@@ -42,7 +48,7 @@ public:
             for (std::size_t level = mPlan.Levels(); level-- > ends;) {
                 mTotals[level].share =
                     static_cast<double>(mTotals[level].count) / static_cast<double>(mRows.size());
-                Add(mPlan.groupFooters[level], row, &mTotals[level]);
+                Add(mPlan.groupFooters[level], mNames.Closing(row), &mTotals[level]);
             }
             begins = ends;
             // The footer of the report goes with the last row.
@@ -53,7 +59,7 @@ public:
     }
 
 private:
-    Totals Empty() const { return {0, std::vector<double>(mPlan.sumFields.size()), std::nullopt, {}}; }
+    Totals Empty() const { return {0, std::vector<Sum>(mPlan.sumFields.size()), std::nullopt, {}}; }
 
     void Add(const SectionPlan& section, const Row& row, const Totals* totals) {
         if (!section.lines.empty())
@@ -84,6 +90,7 @@ private:
     std::vector<std::size_t> mRows;
     bool mNeedsTotals;
     BandSink& mSink;
+    GroupNames mNames;
     /// Of each level, and of all rows.
     std::vector<Totals> mTotals;
 };
@@ -110,26 +117,26 @@ void FlowDetail(const ReportPlan& plan, const Row& row, bool needsTotals, BandSi
 
 } // namespace
 
-void AddSums(const ReportPlan& plan, const Row& row, std::vector<double>& sums) {
+void AddSums(const ReportPlan& plan, const Row& row, std::vector<Sum>& sums) {
     for (std::size_t i = 0; i < plan.sumFields.size(); ++i)
-        sums[i] += NumberIn(row[plan.sumFields[i]]).value_or(0);
+        sums[i].Add(Sum(NumberIn(row[plan.sumFields[i]])));
 }
 
 void FlowRow(const ReportPlan& plan, const RowPlace& place, const TotalsOf& totals, BandSink& sink) {
-    const auto add = [&](const SectionPlan& section, const Totals* known) {
+    const auto add = [&](const SectionPlan& section, const Row* row, const Totals* known) {
         if (!section.lines.empty())
-            sink.Add({&plan, &section, section.lines, place.row, known, false});
+            sink.Add({&plan, &section, section.lines, row, known, false});
     };
     const auto known = [&](std::optional<std::size_t> level) { return totals ? &totals(level) : nullptr; };
     if (place.hasReportHeader)
-        add(plan.reportHeader, known(std::nullopt));
+        add(plan.reportHeader, place.row, known(std::nullopt));
     for (std::size_t level = place.begins; level < plan.Levels(); ++level)
-        add(plan.groupHeaders[level], nullptr);
+        add(plan.groupHeaders[level], place.row, nullptr);
     FlowDetail(plan, *place.row, static_cast<bool>(totals), sink);
     for (std::size_t level = plan.Levels(); level-- > place.ends;)
-        add(plan.groupFooters[level], known(level));
+        add(plan.groupFooters[level], place.closing, known(level));
     if (place.isLast)
-        add(plan.reportFooter, known(std::nullopt));
+        add(plan.reportFooter, place.row, known(std::nullopt));
 }
 
 } // namespace report

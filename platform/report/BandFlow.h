@@ -5,6 +5,7 @@
 #pragma once
 
 #include "platform/report/SectionPlan.h"
+#include "platform/report/Sum.h"
 
 #include <cstddef>
 #include <functional>
@@ -20,15 +21,15 @@ namespace report {
 struct Totals {
     std::size_t count = 0;
     /// Of the plan's sumFields.
-    std::vector<double> sums;
+    std::vector<Sum> sums;
     /// Of the report's rows; unknown until all are read.
     std::optional<double> share;
     /// For each of the plan's chartFields: how often each value stands there.
     std::vector<std::vector<std::pair<std::string, std::size_t>>> charts;
 };
 
-/// Adds a row's numbers up.
-void AddSums(const ReportPlan& plan, const Row& row, std::vector<double>& sums);
+/// Adds the numbers of a row, each to its sum.
+void AddSums(const ReportPlan& plan, const Row& row, std::vector<Sum>& sums);
 
 /// Lines of a section for a row.
 struct Band {
@@ -58,6 +59,8 @@ struct RowPlace {
     std::size_t begins = 0;
     std::size_t ends = 0;
     bool isLast = false;
+    /// The row as the footers of the groups that it ends show it; null where it ends none.
+    const Row* closing = nullptr;
     /// Whether the report's header comes here, since it is too high to stand on top of the first page.
     bool hasReportHeader = false;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/ChartPainter.h"
 
+#include "platform/text.h"
+
 #include <QChart>
 #include <QGraphicsLayout>
 #include <QGraphicsScene>
@@ -82,7 +84,7 @@ std::string SliceLabel(const std::string& name, std::size_t count, std::size_t t
                        const FontMeasure& measure) {
     QString shown = ShownText(name).trimmed();
     if (shown.isEmpty())
-        shown = QStringLiteral("(none)");
+        shown = QString::fromLatin1(kNoName);
     const double share =
         100.0 * static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(total, 1));
     // Little is still something, and nearly all is not all.
@@ -91,7 +93,9 @@ std::string SliceLabel(const std::string& name, std::size_t count, std::size_t t
         percent = QStringLiteral("under 1");
     else if (share >= 99.5 && count < total)
         percent = QStringLiteral("over 99");
-    const QString numbers = QStringLiteral(" \u2014 %1 (%2 %)").arg(QString::number(count), percent);
+    const std::string shownCount = FormatNumber(static_cast<double>(count), "#,##0");
+    const QString numbers =
+        QStringLiteral(" \u2014 %1 (%2 %)").arg(QString::fromStdString(shownCount), percent);
     const double room = width - measure.ShownWidth(kLabelStyle, numbers);
     if (measure.ShownWidth(kLabelStyle, shown) > room) {
         const QChar ellipsis(0x2026);
@@ -127,7 +131,8 @@ void PaintChart(const PlacedChart& chart, QPainter& painter, const FontMeasure& 
         // Names come from client PCs, and labels are taken for HTML.
         auto* const slice = new QPieSlice(label.toHtmlEscaped(), static_cast<double>(slices[i].second));
         slice->setBrush(QColor::fromRgb(kColors.at(i % kColors.size())));
-        slice->setPen(QPen(Qt::white, kDesignScale));
+        // A pie of one slice has nothing to part.
+        slice->setPen(slices.size() > 1 ? QPen(Qt::white, kDesignScale) : QPen(Qt::NoPen));
         slice->setLabelFont(measure.FontFor(kLabelStyle, label));
         slice->setLabelPosition(QPieSlice::LabelOutside);
         slice->setLabelArmLengthFactor(kLabelArm);

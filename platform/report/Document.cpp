@@ -98,6 +98,7 @@ GroupSections ReadGroup(const DocumentNode& node, Document& document, SectionRea
     if (const std::optional<std::size_t> order = table.Choice("order", kOrders))
         group.order = static_cast<SortOrder>(*order);
     group.format = ReadFormat(table, Format());
+    group.isFlag = document.fields[*field].IsFlag();
     group.repeatsHeader = table.Flag("repeat-header", true);
     group.keepsTogether = table.Flag("keep-together", false);
     const std::size_t level = document.groups.size();

@@ -67,6 +67,13 @@ std::optional<Format> FindFormat(std::string_view name);
 /// The text of `value` under `format`. `isFlag` says that a number comes from a column of flags.
 std::string FormatValue(const Format& format, const ADODB::Value& value, bool isFlag);
 
+/// What FormatValue makes of `value`, as a value that still sorts: equal for two values that read alike,
+/// letters' case aside. Texts that show nothing are Null; numbers are rounded as they are shown.
+ADODB::Value ShownValue(const Format& format, const ADODB::Value& value, bool isFlag);
+
+/// How groups and slices without a name are called.
+constexpr const char* kNoName = "(none)";
+
 /// What a field object shows.
 struct Source {
     enum class Kind {
@@ -97,7 +104,8 @@ struct ObjectDefinition {
     Alignment alignment = Alignment::Left;
     Overflow overflow = Overflow::Wrap;
     TextStyle style;
-    /// Of a text object: its text.
+    /// Of a text object: its text. Of a chart: what its values are, the field's name where the file gives
+    /// none.
     std::string text;
     /// Of a field object. `prefix` and `suffix` stand around the value; they go with an empty one.
     Source source;
@@ -157,8 +165,10 @@ struct Group {
     /// A field of the table, from 0.
     std::size_t field = 0;
     SortOrder order = SortOrder::Ascending;
-    /// How the group's value reads in the group tree.
+    /// How the group's value reads in the group tree. Rows whose values read alike are one group.
     Format format;
+    /// Whether the field is one of flags.
+    bool isFlag = false;
     /// Whether its header stands again on each page that the group goes on to.
     bool repeatsHeader = true;
     /// Whether a group that fits on one page is not broken.

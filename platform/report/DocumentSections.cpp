@@ -125,8 +125,10 @@ void ReadValueObject(TableReader& table, std::string_view key, SectionKind secti
         object.source = Special(table);
     else
         object.source = Summary(table, key, section, document);
-    const bool isShare = object.source.kind == Source::Kind::Share;
-    object.format = ReadFormat(table, isShare ? *FindFormat("percent") : Format());
+    const char* const usual = object.source.kind == Source::Kind::Share   ? "percent"
+                              : object.source.kind == Source::Kind::Count ? "number"
+                                                                          : "general";
+    object.format = ReadFormat(table, *FindFormat(usual));
     object.prefix = table.Text("prefix").value_or("");
     object.suffix = table.Text("suffix").value_or("");
 }
@@ -153,6 +155,7 @@ void ReadChart(TableReader& table, SectionKind section, const Document& document
         Complain(table.Line(), "charts stand in the report's header or footer");
     object.kind = Kind::Chart;
     object.chartField = FieldAt(table, "chart", document);
+    object.text = table.Text("caption").value_or(document.fields[object.chartField].name);
     object.height = table.Number("height", 36, kHighestChart).value_or(300);
     ReadPlace(table, object);
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/ExportTables.h"
 
+#include "platform/report/ExportCaptions.h"
+#include "platform/report/GroupTotals.h"
+
 #include <algorithm>
 
 namespace report {
@@ -61,6 +64,8 @@ bool ExportSteps::Next() {
 std::vector<ExportTable> ExportTable::Of(const Report& report) {
     std::vector<ExportTable> tables;
     tables.push_back(ExportTable(report, nullptr));
+    if (std::optional<ExportTable> groups = OfGroups(report))
+        tables.push_back(*std::move(groups));
     for (const Section& section : report.Definition().sections)
         for (const Line& line : section.lines)
             for (const ObjectDefinition& object : line.objects)
@@ -72,47 +77,110 @@ std::vector<ExportTable> ExportTable::Of(const Report& report) {
 ExportTable::ExportTable(const Report& main, const ObjectDefinition* subreport)
     : mMain(&main),
       mSubreport(subreport),
-      mReport(subreport == nullptr ? &main : &main.Subreport(*subreport)) {
+      mReport(subreport == nullptr ? &main : &main.Subreport(*subreport)),
+      mTitle(mReport->Definition().title) {
     const Document& document = mReport->Definition();
     Usage usage(document);
     if (mSubreport != nullptr)
         usage.fields[mSubreport->childField] = true;
-    if (usage.IsNone())
+    if (usage.IsNone() || ShownColumns(*mReport).Rows().kind == SectionKind::GroupFooter)
         usage.fields.assign(usage.fields.size(), true);
     for (std::size_t i = 0; i < document.fields.size(); ++i) {
         const FieldDefinition& field = document.fields[i];
         if (usage.fields[i])
-            mColumns.push_back({field.name, false, i, field.IsFlag(), field.width});
+            mColumns.push_back({field.name, {Source::Kind::Field, i}, field.IsFlag(), field.width});
     }
     for (std::size_t i = 0; i < document.formulas.size(); ++i) {
         const NamedFormula& formula = document.formulas[i];
         if (usage.formulas[i])
-            mColumns.push_back({formula.name, true, i, formula.formula.IsFlag(), 0});
+            mColumns.push_back({formula.name, {Source::Kind::Formula, i}, formula.formula.IsFlag(), 0});
     }
 }
 
-ADODB::Value ExportTable::Value(const ExportColumn& column, const Row& row) const {
-    if (column.isFormula)
-        return mReport->Definition().formulas[column.index].formula.Evaluate(row);
-    return row[column.index];
+/// Nothing where the document shows the rows themselves.
+std::optional<ExportTable> ExportTable::OfGroups(const Report& report) {
+    const ShownColumns shown(report);
+    if (shown.Rows().kind != SectionKind::GroupFooter)
+        return std::nullopt;
+    ExportTable table(report, nullptr);
+    table.mIsOfGroups = true;
+    table.mTitle += ", summary";
+    std::vector<ExportColumn> columns;
+    for (const ShownColumn& column : shown.Columns()) {
+        if (column.object->kind != Kind::Field)
+            continue;
+        const Source& source = column.object->source;
+        const auto same =
+            std::find_if(table.mColumns.begin(), table.mColumns.end(), [&source](const ExportColumn& known) {
+                return known.source.kind == source.kind && known.source.index == source.index;
+            });
+        columns.push_back(same == table.mColumns.end() ? ExportColumn{{}, source, false, 0} : *same);
+        columns.back().name = column.caption;
+    }
+    if (columns.empty())
+        return std::nullopt;
+    table.mColumns = std::move(columns);
+    return table;
 }
 
-void ExportTable::ForEachRow(ExportSteps& steps, const std::function<void(const Row& row)>& visit) const {
+ADODB::Value ExportTable::Value(const ExportColumn& column, const Row& row) const {
+    if (column.source.kind == Source::Kind::Formula)
+        return mReport->Definition().formulas[column.source.index].formula.Evaluate(row);
+    return row[column.source.index];
+}
+
+void ExportTable::ForEachRow(ExportSteps& steps, const std::function<void(const Row& values)>& visit) const {
+    if (mIsOfGroups)
+        return ForEachGroup(steps, visit);
     Row row;
-    Row inner;
+    Row values;
+    const auto visitRow = [&] {
+        values.clear();
+        for (const ExportColumn& column : mColumns)
+            values.push_back(Value(column, row));
+        visit(values);
+    };
     for (std::size_t i = 0; i < mMain->RowCount() && steps.Next(); ++i) {
         mMain->ReadRow(i, row);
         if (mSubreport == nullptr) {
-            visit(row);
+            visitRow();
             continue;
         }
         for (const std::size_t joined : mMain->RowsJoinedTo(*mSubreport, row[mSubreport->parentField])) {
             if (!steps.Next())
                 return;
-            mReport->ReadRow(joined, inner);
-            visit(inner);
+            mReport->ReadRow(joined, row);
+            visitRow();
         }
     }
+}
+
+void ExportTable::ForEachGroup(ExportSteps& steps,
+                               const std::function<void(const Row& values)>& visit) const {
+    const std::size_t levels = Definition().groups.size();
+    GroupTotals totals(Definition());
+    totals.Begin(mReport->RowCount());
+    Row row;
+    Row last;
+    const auto visitGroup = [&] {
+        const Row& closing = totals.Closing(last);
+        Row values;
+        for (const ExportColumn& column : mColumns) {
+            const bool isOfRow =
+                column.source.kind == Source::Kind::Field || column.source.kind == Source::Kind::Formula;
+            values.push_back(isOfRow ? Value(column, closing) : totals.Value(column.source, levels - 1));
+        }
+        visit(values);
+    };
+    for (std::size_t i = 0; i < mReport->RowCount() && steps.Next(); ++i) {
+        mReport->ReadRow(i, row);
+        if (totals.HasRows() && totals.FirstNewGroup(row) < levels)
+            visitGroup();
+        totals.Add(row);
+        std::swap(row, last);
+    }
+    if (totals.HasRows() && !steps.IsStopped())
+        visitGroup();
 }
 
 } // namespace report

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A report as plain tables, for the exports that are read by programs: one table of the report's own rows,
-// then one for each of its subreports. And the steps in which any export goes, so that it can be watched and
-// stopped.
+// one of its groups where it shows these instead of rows, then one for each of its subreports. And the steps
+// in which any export goes, so that it can be watched and stopped.
 #pragma once
 
 #include "platform/report/Exports.h"
@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -41,9 +42,7 @@ bool GoesOn(const ExportProgress& progress, double share);
 
 struct ExportColumn {
     std::string name;
-    bool isFormula = false;
-    /// Of the field or formula, from 0.
-    std::size_t index = 0;
+    Source source;
     bool isFlag = false;
     /// Characters, for texts; 0 where unknown.
     int width = 0;
@@ -55,15 +54,15 @@ public:
     static std::vector<ExportTable> Of(const Report& report);
 
     const Document& Definition() const { return mReport->Definition(); }
-    const std::string& Title() const { return Definition().title; }
-    /// The fields that an object shows or a group uses, in the order of their definition, then the formulas
-    /// that an object shows; all fields where the document shows none.
+    const std::string& Title() const { return mTitle; }
+    /// Of rows: the fields that an object shows or a group uses, in the order of their definition, then the
+    /// formulas that an object shows; all fields where the document shows no rows. Of groups: what the
+    /// document shows of each.
     const std::vector<ExportColumn>& Columns() const { return mColumns; }
-    ADODB::Value Value(const ExportColumn& column, const Row& row) const;
 
-    /// Calls `visit` for each row in the order of the report, a step each; those of a subreport come with the
-    /// row that they belong to.
-    void ForEachRow(ExportSteps& steps, const std::function<void(const Row& row)>& visit) const;
+    /// Calls `visit` for each row in the order of the report with its values in the order of the columns;
+    /// those of a subreport come with the row that they belong to. Each row of the report is a step.
+    void ForEachRow(ExportSteps& steps, const std::function<void(const Row& values)>& visit) const;
     /// The steps that ForEachRow takes where each row of a subreport has its place.
     std::size_t StepCount() const {
         return mMain->RowCount() + (mSubreport == nullptr ? 0 : mReport->RowCount());
@@ -71,11 +70,16 @@ public:
 
 private:
     ExportTable(const Report& main, const ObjectDefinition* subreport);
+    static std::optional<ExportTable> OfGroups(const Report& report);
+    ADODB::Value Value(const ExportColumn& column, const Row& row) const;
+    void ForEachGroup(ExportSteps& steps, const std::function<void(const Row& values)>& visit) const;
 
     const Report* mMain;
     /// The object of the main report that holds this one; none for the report itself.
     const ObjectDefinition* mSubreport;
     const Report* mReport;
+    bool mIsOfGroups = false;
+    std::string mTitle;
     std::vector<ExportColumn> mColumns;
 };
 

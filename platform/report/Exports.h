@@ -18,8 +18,8 @@ using ExportProgress = std::function<bool(double share)>;
 
 /// Writes `report`, reading what is left of its data first. HTML and padded text follow the document: title,
 /// groups, columns. CSV and XLSX hold a row per record with one column per field that the document shows,
-/// numbers as numbers; subreports follow as tables (sheets) of their own. Returns false when it was stopped.
-/// Raises errors 61, 70, 75, 76 for the file.
+/// numbers as numbers; the groups of a document that shows these alone, and subreports, follow as tables
+/// (sheets) of their own. Returns false when it was stopped. Raises errors 61, 70, 75, 76 for the file.
 bool Export(Report& report, ExportFormat format, const std::string& path, const ExportProgress& progress);
 
 } // namespace report

@@ -46,12 +46,12 @@ bool WriteCSV(const Report& report, ReplacedFile& file, const ExportProgress& pr
         }
         WriteHeader(table, file);
         ExportSteps steps(progress, number / count, (number + 1) / count, table.StepCount());
-        table.ForEachRow(steps, [&](const Row& row) {
+        table.ForEachRow(steps, [&](const Row& values) {
             line.clear();
-            for (const ExportColumn& column : table.Columns()) {
-                if (&column != &table.Columns().front())
+            for (std::size_t column = 0; column < values.size(); ++column) {
+                if (column > 0)
                     line += ',';
-                AppendValue(line, table.Value(column, row), column.isFlag);
+                AppendValue(line, values[column], table.Columns()[column].isFlag);
             }
             file.Write(line.append(kLineEnd));
         });

@@ -7,6 +7,7 @@
 #include "platform/report/ExportWriters.h"
 #include "platform/report/GroupTotals.h"
 #include "platform/report/ValueCounts.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <array>
@@ -170,8 +171,7 @@ private:
         if (!text.empty())
             return text;
         const Group& group = mDocument.groups[level];
-        const bool isFlag = mDocument.fields[group.field].IsFlag();
-        return FormatValue(group.format, row[group.field], isFlag);
+        return FormatValue(group.format, row[group.field], group.isFlag);
     }
 
     void OpenGroups(std::size_t level, const Row& row) {
@@ -223,10 +223,16 @@ private:
         return false;
     }
 
+    /// The last row as `section` shows it.
+    const Row& RowOf(const Section& section) {
+        return section.kind == SectionKind::GroupFooter ? mTotals.Closing(mLastRow) : mLastRow;
+    }
+
     /// A footer stands in the table that it closes, each object below its column; without one, as text.
     void WriteFooter(const Section& section, std::size_t group) {
         for (const Line& line : section.lines) {
-            const std::string text = LineText(line, &mLastRow, group);
+            const Row& row = RowOf(section);
+            const std::string text = LineText(line, &row, group);
             if (text.empty())
                 continue;
             if (!mIsTableOpen || HasTablePerRow()) {
@@ -236,7 +242,7 @@ private:
             }
             std::vector<std::string> cells(mShown.Columns().size());
             for (const ObjectDefinition& object : line.objects)
-                if (const std::string part = TextOf(object, &mLastRow, group); !part.empty()) {
+                if (const std::string part = TextOf(object, &row, group); !part.empty()) {
                     std::string& cell = cells[mShown.ColumnAt(object)];
                     cell.append(cell.empty() ? "" : " ").append(part);
                 }
@@ -284,12 +290,13 @@ private:
     void FormatRow(std::size_t group) {
         mTexts.clear();
         mStyles.clear();
+        const Row& row = RowOf(mShown.Rows());
         std::vector<const ObjectDefinition*> objects;
         for (const Line& line : mShown.Rows().lines)
             for (const ObjectDefinition& object : line.objects)
                 if (object.kind == Kind::Field || object.kind == Kind::Text) {
                     objects.push_back(&object);
-                    mTexts.push_back(TextOf(object, &mLastRow, group));
+                    mTexts.push_back(TextOf(object, &row, group));
                     mStyles.push_back(object.style);
                 }
         const FormatEvent* const event = mReport.EventOf(mShown.Rows());
@@ -363,12 +370,14 @@ private:
         std::stable_sort(slices.begin(), slices.end(),
                          [](const auto& a, const auto& b) { return a.second > b.second; });
         std::string html = "<table>\n<thead>\n<tr><th scope=\"col\">";
-        AppendHTML(html, mDocument.fields[object.chartField].name);
+        AppendHTML(html, object.text);
         html += "</th><th scope=\"col\" class=\"r\">Count</th></tr>\n</thead>\n<tbody>\n";
         for (const auto& [value, count] : slices) {
             html += "<tr><td>";
             AppendHTML(html, value);
-            html.append("</td><td class=\"r\">").append(std::to_string(count)).append("</td></tr>\n");
+            html.append("</td><td class=\"r\">")
+                .append(FormatNumber(static_cast<double>(count), "#,##0"))
+                .append("</td></tr>\n");
         }
         mFile.Write(html.append("</tbody>\n</table>\n"));
     }

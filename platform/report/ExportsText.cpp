@@ -166,7 +166,7 @@ void AddCharts(const Page& page, const Columns& columns, std::vector<Row>& rows)
         const auto add = [&](const std::string& label, std::size_t count) {
             TextLine line;
             line.Put(columns.Left(chart.left), label);
-            const std::string number = std::to_string(count);
+            const std::string number = FormatNumber(static_cast<double>(count), "#,##0");
             line.Put(columns.Left(chart.left) + widest + 10 - std::min<std::size_t>(number.size(), 8),
                      number);
             rows.push_back({top, top + kCellHeight, line.Text(), false});

@@ -95,15 +95,14 @@ public:
         worksheet_freeze_panes(mSheet, 1, 0);
     }
 
-    void Add(const ExportTable& table, const Row& row) {
+    void Add(const ExportTable& table, const Row& values) {
         if (mRow == mSheetRows) {
             EndSheet(table);
             BeginSheet(table);
         }
         ++mRow;
-        lxw_col_t column = 0;
-        for (const ExportColumn& definition : table.Columns())
-            AddCell(column++, table.Value(definition, row), definition.isFlag);
+        for (std::size_t column = 0; column < values.size(); ++column)
+            AddCell(static_cast<lxw_col_t>(column), values[column], table.Columns()[column].isFlag);
         constexpr lxw_row_t kRowsBetweenLooks = 1024;
         if (mRow % kRowsBetweenLooks == 0)
             Look();
@@ -209,7 +208,7 @@ bool WriteXLSX(const Report& report, ReplacedFile& file, const ExportProgress& p
         ExportSteps steps(progress, kRowsShare * number / count, kRowsShare * (number + 1) / count,
                           tables[i].StepCount());
         book.BeginSheet(tables[i]);
-        tables[i].ForEachRow(steps, [&](const Row& row) { book.Add(tables[i], row); });
+        tables[i].ForEachRow(steps, [&](const Row& values) { book.Add(tables[i], values); });
         if (steps.IsStopped())
             return false;
         book.EndSheet(tables[i]);

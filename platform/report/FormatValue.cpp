@@ -29,6 +29,31 @@ constexpr NamedFormat kFormats[] = {
 /// A double holds no more digits for sure.
 constexpr double kLargestGrouped = 1e15;
 
+/// Rounded as FormatNumber rounds.
+double Rounded(const Format& format, double value) {
+    const double scaled = value / format.divisor;
+    if (!(std::abs(scaled) < kLargestGrouped))
+        return scaled;
+    const double places = std::pow(10.0, format.decimals);
+    // Both zeros are one.
+    return std::copysign(std::floor(std::abs(scaled) * places + 0.5) / places, scaled) + 0.0;
+}
+
+/// Whether `text` holds nothing but blanks and control characters, which are shown as blanks.
+bool IsBlank(std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte <= 0x20 || byte == 0x7F)
+            continue;
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        // U+0080 to the no-break space, U+00A0.
+        if (byte != 0xC2 || next < 0x80 || next > 0xA0)
+            return false;
+        ++i;
+    }
+    return true;
+}
+
 std::string Grouped(const Format& format, double value) {
     const double scaled = value / format.divisor;
     if (!(std::abs(scaled) < kLargestGrouped))
@@ -83,6 +108,23 @@ std::string FormatValue(const Format& format, const ADODB::Value& value, bool is
         if (const std::optional<double> written = NumberOrNothing(*text))
             return Grouped(format, *written);
     return *text;
+}
+
+ADODB::Value ShownValue(const Format& format, const ADODB::Value& value, bool isFlag) {
+    if (format.kind == Format::Kind::Number) {
+        const double* number = std::get_if<double>(&value);
+        const std::string* text = std::get_if<std::string>(&value);
+        if (number != nullptr)
+            return Rounded(format, *number);
+        if (const std::optional<double> written = text != nullptr ? NumberOrNothing(*text) : std::nullopt)
+            return Rounded(format, *written);
+    } else if (const double* number = std::get_if<double>(&value);
+               number != nullptr && format.kind != Format::Kind::Date) {
+        const bool isTruth = isFlag || format.kind == Format::Kind::YesNo;
+        return isTruth ? (*number != 0 ? -1.0 : 0.0) : *number + 0.0;
+    }
+    std::string text = FormatValue(format, value, isFlag);
+    return IsBlank(text) ? ADODB::Value() : ADODB::Value(std::move(text));
 }
 
 } // namespace report

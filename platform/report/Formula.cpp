@@ -29,7 +29,7 @@ std::string TextOf(const Value& value, bool isFlag) {
 }
 
 /// Below, at and above 0 as `a` stands before, with and behind `b`. Neither is Null.
-int Order(const Value& a, bool isFlagA, const Value& b, bool isFlagB) {
+int Order(const Value& a, bool isFlagA, const Value& b, bool isFlagB, TextComparison comparison) {
     const bool areTexts = std::holds_alternative<std::string>(a) && std::holds_alternative<std::string>(b);
     if (!areTexts) {
         const std::optional<double> x = NumberIn(a);
@@ -39,18 +39,29 @@ int Order(const Value& a, bool isFlagA, const Value& b, bool isFlagB) {
     }
     const std::string x = TextOf(a, isFlagA);
     const std::string y = TextOf(b, isFlagB);
+    if (comparison == TextComparison::Exact)
+        return x.compare(y);
     return LessNoCase(x, y) ? -1 : static_cast<int>(LessNoCase(y, x));
 }
 
-Value Compared(Operator comparison, const Node& left, const Node& right, Row row) {
+Value Compared(const Node& comparison, Row row) {
+    const Node& left = *comparison.children.front();
+    const Node& right = *comparison.children.back();
+    const Operator meaning = comparison.operators.front();
+    const bool asksForEqual = meaning == Operator::Equal;
     const Value a = ValueOf(left, row);
     const Value b = ValueOf(right, row);
-    if (comparison == Operator::Equal || comparison == Operator::NotEqual)
-        return FlagValue(AreEqual(a, left.isFlag, b, right.isFlag) == (comparison == Operator::Equal));
-    if (IsNull(a) || IsNull(b))
-        return {};
-    const int order = Order(a, left.isFlag, b, right.isFlag);
-    switch (comparison) {
+    if (IsNull(a) || IsNull(b)) {
+        if (!asksForEqual && meaning != Operator::NotEqual)
+            return {};
+        return FlagValue((IsNull(a) && IsNull(b)) == asksForEqual);
+    }
+    const int order = Order(a, left.isFlag, b, right.isFlag, comparison.comparison);
+    switch (meaning) {
+        case Operator::Equal:
+            return FlagValue(order == 0);
+        case Operator::NotEqual:
+            return FlagValue(order != 0);
         case Operator::Less:
             return FlagValue(order < 0);
         case Operator::LessOrEqual:
@@ -124,7 +135,7 @@ Value ChainValue(const Node& chain, Row row) {
         case Operator::Divide:
             return Calculated(chain, row);
         default:
-            return Compared(chain.operators.front(), *chain.children.front(), *chain.children.back(), row);
+            return Compared(chain, row);
     }
 }
 
@@ -197,12 +208,6 @@ Value FlagValue(bool isTrue) {
     return isTrue ? -1.0 : 0.0;
 }
 
-bool AreEqual(const Value& a, bool isFlagA, const Value& b, bool isFlagB) {
-    if (IsNull(a) || IsNull(b))
-        return IsNull(a) && IsNull(b);
-    return Order(a, isFlagA, b, isFlagB) == 0;
-}
-
 std::optional<std::size_t> FindField(std::string_view reference, std::string_view tableName,
                                      std::span<const FieldDefinition> fields) {
     const std::size_t prefix = tableName.size() + 2;
@@ -218,12 +223,12 @@ std::optional<std::size_t> FindField(std::string_view reference, std::string_vie
 }
 
 Formula::Formula(std::string_view text, std::string_view tableName, std::span<const FieldDefinition> fields,
-                 std::span<const NamedFormula> formulas) {
+                 std::span<const NamedFormula> formulas, TextComparison comparison) {
     KnownFormulas known;
     known.reserve(formulas.size());
     for (const NamedFormula& formula : formulas)
         known.emplace_back(formula.name, formula.formula.mRoot);
-    mRoot = ParseFormula(text, tableName, fields, known);
+    mRoot = ParseFormula(text, tableName, fields, known, comparison);
 }
 
 Value Formula::Evaluate(Row row) const {

@@ -57,6 +57,8 @@ struct Formula::Node {
     Function function = Function::Abs;
     /// Whether a number is a flag and reads so as text.
     bool isFlag = false;
+    /// Of a comparison.
+    TextComparison comparison = TextComparison::NoCase;
     int depth = 1;
     int cost = 1;
     std::size_t field = 0;
@@ -74,7 +76,8 @@ using KnownFormulas = std::vector<std::pair<std::string_view, Formula::Node::Poi
 
 /// Raises error -1 with position and cause.
 Formula::Node::Pointer ParseFormula(std::string_view text, std::string_view tableName,
-                                    std::span<const FieldDefinition> fields, const KnownFormulas& formulas);
+                                    std::span<const FieldDefinition> fields, const KnownFormulas& formulas,
+                                    TextComparison comparison);
 
 /// No text that a formula makes is longer; the rest is cut.
 constexpr std::size_t kLongestText = 32767;
@@ -84,8 +87,6 @@ std::optional<double> NumberIn(const ADODB::Value& value);
 /// Null where `number` is none that is finite.
 ADODB::Value FiniteOrNull(double number);
 ADODB::Value FlagValue(bool isTrue);
-/// Whether two values are the same to formulas.
-bool AreEqual(const ADODB::Value& a, bool isFlagA, const ADODB::Value& b, bool isFlagB);
 
 /// Calls the function of `call` with the values of its arguments.
 ADODB::Value CallFunction(const Formula::Node& call, const std::vector<ADODB::Value>& values);

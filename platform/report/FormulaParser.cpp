@@ -60,8 +60,12 @@ constexpr FunctionName kFunctions[] = {
 class Parser {
 public:
     Parser(std::string_view text, std::string_view tableName, std::span<const FieldDefinition> fields,
-           const KnownFormulas& formulas)
-        : mTokens(text), mTableName(tableName), mFields(fields), mFormulas(formulas) {}
+           const KnownFormulas& formulas, TextComparison comparison)
+        : mTokens(text),
+          mTableName(tableName),
+          mFields(fields),
+          mFormulas(formulas),
+          mComparison(comparison) {}
 
     Node::Pointer Whole() {
         Node::Pointer root = Expression();
@@ -126,6 +130,7 @@ private:
         Node chain;
         chain.kind = Node::Kind::Chain;
         chain.isFlag = level <= kComparisons;
+        chain.comparison = mComparison;
         chain.children.push_back(Level(level + 1));
         while (const OperatorName* found = OperatorHere(level)) {
             if (level == kComparisons && !chain.operators.empty())
@@ -260,16 +265,18 @@ private:
     std::string_view mTableName;
     std::span<const FieldDefinition> mFields;
     const KnownFormulas& mFormulas;
+    TextComparison mComparison;
     int mNesting = 0;
 };
 
 } // namespace
 
 Node::Pointer ParseFormula(std::string_view text, std::string_view tableName,
-                           std::span<const FieldDefinition> fields, const KnownFormulas& formulas) {
+                           std::span<const FieldDefinition> fields, const KnownFormulas& formulas,
+                           TextComparison comparison) {
     if (text.size() > kLongestFormula)
         throw RunTimeError(kMalformed, "position 4097: the formula is too long");
-    return Parser(text, tableName, fields, formulas).Whole();
+    return Parser(text, tableName, fields, formulas, comparison).Whole();
 }
 
 } // namespace report

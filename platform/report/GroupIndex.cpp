@@ -16,11 +16,11 @@ void GroupIndex::Begin(std::size_t level, std::size_t row) {
     }
 }
 
-void GroupIndex::Count(std::span<const double> numbers) {
+void GroupIndex::Count(std::span<const Sum> numbers) {
     for (Level& level : mLevels) {
         ++level.groups.back().rowCount;
         for (std::size_t i = 0; i < mSums; ++i)
-            level.sums[level.sums.size() - mSums + i] += numbers[i];
+            level.sums[level.sums.size() - mSums + i].Add(numbers[i]);
     }
 }
 
@@ -29,7 +29,7 @@ void GroupIndex::SetPage(std::size_t level, std::size_t page) {
         mLevels[level].groups.back().page = static_cast<std::uint32_t>(page);
 }
 
-std::span<const double> GroupIndex::SumsOf(Place place) const {
+std::span<const Sum> GroupIndex::SumsOf(Place place) const {
     return std::span(mLevels[place.level].sums).subspan(place.number * mSums, mSums);
 }
 

@@ -4,6 +4,8 @@
 // to the layout.
 #pragma once
 
+#include "platform/report/Sum.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -29,7 +31,7 @@ public:
     /// Groups of the levels from `level` inwards begin with `row`.
     void Begin(std::size_t level, std::size_t row);
     /// Counts a row for the groups that are open.
-    void Count(std::span<const double> numbers);
+    void Count(std::span<const Sum> numbers);
     /// The page of the groups that have begun last, from `level` inwards.
     void SetPage(std::size_t level, std::size_t page);
 
@@ -38,14 +40,14 @@ public:
     Place At(std::size_t index) const { return {mOrder[index].level, mOrder[index].number}; }
 
     const Entry& Of(Place place) const { return mLevels[place.level].groups[place.number]; }
-    std::span<const double> SumsOf(Place place) const;
+    std::span<const Sum> SumsOf(Place place) const;
     /// The group of `level` that `row` belongs to.
     Place Find(std::size_t level, std::size_t row) const;
 
 private:
     struct Level {
         std::vector<Entry> groups;
-        std::vector<double> sums;
+        std::vector<Sum> sums;
     };
     struct Ordered {
         std::uint32_t number = 0;

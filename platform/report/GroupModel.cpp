@@ -125,6 +125,26 @@ std::optional<GroupEntry> GroupModel::EntryAt(const QModelIndex& index) const {
     return mLayout->Group(NumberOf(index));
 }
 
+QModelIndex GroupModel::Holding(std::size_t row,
+                                const std::function<bool(const QModelIndex&)>& isOpen) const {
+    QModelIndex holder;
+    for (const Numbers* groups = &mOutermost; mLayout != nullptr;) {
+        const auto behind = std::upper_bound(groups->begin(), groups->end(), row,
+                                             [this](std::size_t sought, std::uint32_t group) {
+                                                 return sought < mLayout->GroupFirstRow(group);
+                                             });
+        if (behind == groups->begin())
+            break;
+        const auto place = behind - groups->begin() - 1;
+        const std::uint32_t number = (*groups)[static_cast<std::size_t>(place)];
+        holder = createIndex(static_cast<int>(place), 0, static_cast<quintptr>(number));
+        if (!hasChildren(holder) || !isOpen(holder))
+            break;
+        groups = &Within(number);
+    }
+    return holder;
+}
+
 QVariant GroupModel::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
@@ -134,7 +154,7 @@ QVariant GroupModel::data(const QModelIndex& index, int role) const {
             return {};
         QString title = ShownText(entry->title);
         if (title.trimmed().isEmpty())
-            title = QStringLiteral("(none)");
+            title = QString::fromLatin1(kNoName);
         if (role == Qt::DisplayRole)
             return title;
         // Plain text, whatever a title looks like.

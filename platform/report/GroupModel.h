@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -31,6 +32,9 @@ public:
 
     /// Nothing for no node. Raises what reading the group's first row raises.
     std::optional<GroupEntry> EntryAt(const QModelIndex& index) const;
+    /// The group that holds `row`: the innermost of those that are on show, which `isOpen` tells of what they
+    /// are in. No node where no group does.
+    QModelIndex Holding(std::size_t row, const std::function<bool(const QModelIndex&)>& isOpen) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent) const override;
     QModelIndex parent(const QModelIndex& child) const override;

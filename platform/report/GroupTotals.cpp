@@ -6,7 +6,7 @@
 
 namespace report {
 
-GroupTotals::GroupTotals(const Document& document) : mDocument(document) {
+GroupTotals::GroupTotals(const Document& document) : mDocument(document), mNames(document) {
     for (const Section& section : document.sections)
         for (const Line& line : section.lines)
             for (const ObjectDefinition& object : line.objects)
@@ -16,8 +16,8 @@ GroupTotals::GroupTotals(const Document& document) : mDocument(document) {
 }
 
 void GroupTotals::Begin(std::size_t rowCount) {
-    mTotals.assign(mDocument.groups.size() + 1, Totals{0, std::vector<double>(mSummed.size())});
-    mGroupValues.assign(mDocument.groups.size(), {});
+    mTotals.assign(mDocument.groups.size() + 1, Totals{0, std::vector<Sum>(mSummed.size())});
+    mNames = GroupNames(mDocument);
     mRowCount = rowCount;
     mHasRows = false;
 }
@@ -25,23 +25,23 @@ void GroupTotals::Begin(std::size_t rowCount) {
 std::size_t GroupTotals::FirstNewGroup(const Row& row) const {
     if (!mHasRows)
         return 0;
+    const std::vector<Group>& groups = mDocument.groups;
     std::size_t level = 0;
-    while (level < mGroupValues.size() &&
-           IsSameGroup(mGroupValues[level], row[mDocument.groups[level].field]))
+    while (level < groups.size() && IsSameGroup(groups[level], mNames.Of(level), row[groups[level].field]))
         ++level;
     return level;
 }
 
 void GroupTotals::Add(const Row& row) {
-    for (std::size_t level = FirstNewGroup(row); level < mGroupValues.size(); ++level) {
-        mGroupValues[level] = row[mDocument.groups[level].field];
-        mTotals[level + 1] = Totals{0, std::vector<double>(mSummed.size())};
-    }
+    const std::size_t begins = FirstNewGroup(row);
+    mNames.Begin(begins, row);
+    for (std::size_t level = begins; level < mDocument.groups.size(); ++level)
+        mTotals[level + 1] = Totals{0, std::vector<Sum>(mSummed.size())};
     mHasRows = true;
     for (Totals& totals : mTotals) {
         ++totals.rows;
         for (const auto& [field, position] : mSummed)
-            totals.sums[position] += NumberIn(row[field]).value_or(0);
+            totals.sums[position].Add(Sum(NumberIn(row[field])));
     }
 }
 
@@ -49,16 +49,19 @@ const GroupTotals::Totals& GroupTotals::Of(std::size_t group) const {
     return group == kReport ? mTotals.front() : mTotals[group + 1];
 }
 
-std::string GroupTotals::Text(const ObjectDefinition& object, std::size_t group) const {
+ADODB::Value GroupTotals::Value(const Source& source, std::size_t group) const {
     const Totals& totals = Of(group);
-    double value = 0;
-    if (object.source.kind == Source::Kind::Count)
-        value = static_cast<double>(totals.rows);
-    else if (object.source.kind == Source::Kind::Sum)
-        value = totals.sums[mSummed.at(object.source.index)];
-    else if (mRowCount > 0)
-        value = static_cast<double>(totals.rows) / static_cast<double>(mRowCount);
-    return object.prefix + FormatValue(object.format, value, false) + object.suffix;
+    if (source.kind == Source::Kind::Sum)
+        return totals.sums[mSummed.at(source.index)].Value();
+    const auto rows = static_cast<double>(totals.rows);
+    if (source.kind == Source::Kind::Count)
+        return rows;
+    return mRowCount > 0 ? rows / static_cast<double>(mRowCount) : 0.0;
+}
+
+std::string GroupTotals::Text(const ObjectDefinition& object, std::size_t group) const {
+    const std::string text = FormatValue(object.format, Value(object.source, group), false);
+    return text.empty() ? text : object.prefix + text + object.suffix;
 }
 
 } // namespace report

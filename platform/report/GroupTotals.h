@@ -3,7 +3,9 @@
 // shares that the footers show.
 #pragma once
 
+#include "platform/report/GroupNames.h"
 #include "platform/report/Report.h"
+#include "platform/report/Sum.h"
 
 #include <cstddef>
 #include <limits>
@@ -28,13 +30,17 @@ public:
     void Add(const Row& row);
     bool HasRows() const { return mHasRows; }
 
-    /// What a count, sum or share shows in the footer of `group`, before the next row is added.
+    /// What a count, sum or share is in the footer of `group`, before the next row is added.
+    ADODB::Value Value(const Source& source, std::size_t group) const;
+    /// What an object shows of it.
     std::string Text(const ObjectDefinition& object, std::size_t group) const;
+    /// `row`, the last one added, as footers of groups show it; holds until the next call.
+    const Row& Closing(const Row& row) { return mNames.Closing(row); }
 
 private:
     struct Totals {
         std::size_t rows = 0;
-        std::vector<double> sums;
+        std::vector<Sum> sums;
     };
     const Totals& Of(std::size_t group) const;
 
@@ -43,7 +49,7 @@ private:
     std::map<std::size_t, std::size_t> mSummed;
     /// Of the report, then of each group from the outermost.
     std::vector<Totals> mTotals;
-    Row mGroupValues;
+    GroupNames mNames;
     std::size_t mRowCount = 0;
     bool mHasRows = false;
 };

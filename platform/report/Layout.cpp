@@ -31,6 +31,7 @@ Layout::Implementation::Implementation(const Report& source, const PageFormat& p
       plan(source, fitter, paper.leftMargin,
            std::max(paper.width - paper.leftMargin - paper.rightMargin, 0.0)),
       printDate(FormatDate(SystemClock().Now(), "yyyy-mm-dd")),
+      mNames(source.Definition()),
       mHeaderHeights(plan.Levels()),
       mGroups(plan.Levels(), plan.sumFields.size()),
       mNumbers(plan.sumFields.size()),
@@ -58,9 +59,12 @@ double Layout::Implementation::BodyHeight(std::size_t page, const Row& row) cons
     return height;
 }
 
-double Layout::Implementation::RepeatedHeight(std::size_t levels, double body,
+/// Of the headers that a page repeats which begins at `strip`: those of groups and that of a subreport.
+double Layout::Implementation::RepeatedHeight(const RowStrips& strips, std::size_t strip, double body,
                                               const std::vector<double>& headers) const {
-    double height = 0;
+    const RowStrips::SubreportHeader* const subreport = strips.HeaderAt(strip);
+    double height = subreport == nullptr ? 0 : subreport->height;
+    const std::size_t levels = strips.LevelsAt(strip, plan.Levels());
     for (std::size_t level = 0; level < levels; ++level)
         if (report.Definition().groups[level].repeatsHeader)
             height += headers[level];
@@ -114,8 +118,8 @@ bool Layout::Implementation::LoadRows() {
         mPages.push_back({0, 0});
         mRoom = BodyHeight(0, mValues);
     }
-    mPlace = {&mValues, mBegins, isLast ? 0 : plan.FirstDifference(mValues, mNext), isLast,
-              mRow == 0 && !mHeaderStandsOnTop};
+    mPlace = {&mValues, mBegins, isLast ? 0 : plan.FirstDifference(mValues, mNext),
+              isLast,   nullptr, mRow == 0 && !mHeaderStandsOnTop};
     mIsReady = true;
     return true;
 }
@@ -134,6 +138,7 @@ void Layout::Implementation::BeginLookingAhead() {
     mAhead.begins = mPlace.begins;
     mAhead.height = 0;
     mAhead.current = mValues;
+    mAhead.names = mNames;
     mAhead.heights.assign(plan.Levels(), std::numeric_limits<double>::infinity());
 }
 
@@ -145,8 +150,13 @@ bool Layout::Implementation::LookAhead() {
         return false;
     if (!isLast)
         report.ReadRow(mAhead.row + 1, mAhead.next);
-    const RowPlace place{&mAhead.current, mAhead.begins,
-                         isLast ? 0 : plan.FirstDifference(mAhead.current, mAhead.next), false, false};
+    mAhead.names->Begin(mAhead.begins, mAhead.current);
+    const RowPlace place{&mAhead.current,
+                         mAhead.begins,
+                         isLast ? 0 : plan.FirstDifference(mAhead.current, mAhead.next),
+                         false,
+                         &mAhead.names->Closing(mAhead.current),
+                         false};
     mStrips.Clear();
     FlowRow(plan, place, {}, mStrips);
     mAhead.height += mStrips.Height();
@@ -176,14 +186,17 @@ bool Layout::Implementation::KeepsOnNewPage() const {
 void Layout::Implementation::PlaceRow() {
     for (std::size_t level = mPlace.begins; level < plan.Levels(); ++level)
         mHeaderHeights[level] = HeightOf(plan.groupHeaders[level], mValues);
-    std::fill(mNumbers.begin(), mNumbers.end(), 0.0);
+    std::fill(mNumbers.begin(), mNumbers.end(), Sum());
     AddSums(plan, mValues, mNumbers);
-    std::transform(mSums.begin(), mSums.end(), mNumbers.begin(), mSums.begin(), std::plus<>());
+    AddSums(plan, mValues, mSums);
     for (ValueCounts& chart : mCharts)
         chart.Add(mValues);
     mGroups.Begin(mPlace.begins, mRow);
     mGroups.Count(mNumbers);
 
+    mNames.Begin(mPlace.begins, mValues);
+    if (mPlace.ends < plan.Levels())
+        mPlace.closing = &mNames.Closing(mValues);
     mStrips.Clear();
     FlowRow(plan, mPlace, {}, mStrips);
     bool startsNewPage = plan.detail.section != nullptr && plan.detail.section->startsNewPage;
@@ -273,7 +286,7 @@ void Layout::Implementation::Take(std::size_t begin, std::size_t end) {
 
 double Layout::Implementation::NewPageRoom(std::size_t strip) const {
     const double body = BodyHeight(mPages.size(), mValues);
-    return body - RepeatedHeight(mStrips.LevelsAt(strip, plan.Levels()), body, mHeaderHeights);
+    return body - RepeatedHeight(mStrips, strip, body, mHeaderHeights);
 }
 
 void Layout::Implementation::NewPage(std::size_t strip) {
@@ -314,6 +327,27 @@ Page Layout::BuildPage(std::size_t number) const {
     return mThis->BuildPage(number);
 }
 
+std::size_t Layout::FirstRowOf(std::size_t number) const {
+    if (number >= PageCount())
+        Raise(Errors::kOutOfRange, std::to_string(number));
+    if (mThis->mPages.empty())
+        return 0;
+    const Implementation::PageStart start = mThis->mPages[number];
+    const bool goesOn = start.strip > 0 && PageOf(std::size_t{start.row} + 1) != number;
+    return start.strip == 0 || goesOn ? start.row : std::size_t{start.row} + 1;
+}
+
+std::optional<std::size_t> Layout::PageOf(std::size_t row) const {
+    if (row >= mThis->mRow)
+        return std::nullopt;
+    const std::vector<Implementation::PageStart>& pages = mThis->mPages;
+    const auto behind = std::upper_bound(
+        pages.begin(), pages.end(), row, [](std::size_t sought, const Implementation::PageStart& start) {
+            return sought < start.row || (sought == start.row && start.strip > 0);
+        });
+    return static_cast<std::size_t>(behind - pages.begin()) - 1;
+}
+
 std::size_t Layout::GroupCount() const {
     return mThis->mGroups.Size();
 }
@@ -322,6 +356,12 @@ std::size_t Layout::GroupLevel(std::size_t index) const {
     if (index >= mThis->mGroups.Size())
         Raise(Errors::kOutOfRange, std::to_string(index));
     return mThis->mGroups.At(index).level;
+}
+
+std::size_t Layout::GroupFirstRow(std::size_t index) const {
+    if (index >= mThis->mGroups.Size())
+        Raise(Errors::kOutOfRange, std::to_string(index));
+    return mThis->mGroups.Of(mThis->mGroups.At(index)).firstRow;
 }
 
 GroupEntry Layout::Group(std::size_t index) const {
@@ -333,9 +373,8 @@ GroupEntry Layout::Group(std::size_t index) const {
     mThis->report.ReadRow(entry.firstRow, row);
     const Document& document = mThis->report.Definition();
     const report::Group& group = document.groups[place.level];
-    const bool isFlag = document.fields[group.field].IsFlag();
-    return {place.level, FormatValue(group.format, row[group.field], isFlag), entry.firstRow, entry.rowCount,
-            entry.page};
+    return {place.level, FormatValue(group.format, row[group.field], group.isFlag), entry.firstRow,
+            entry.rowCount, entry.page};
 }
 
 } // namespace report

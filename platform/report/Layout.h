@@ -13,6 +13,7 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,11 @@ public:
     std::size_t PageCount() const;
     /// Page `number` from 0. Raises error 9 where there is none. The page count shows as soon as it is known.
     Page BuildPage(std::size_t number) const;
+    /// The first row that begins on page `number`, or the one that fills it. 0 in an empty report; raises
+    /// error 9 where there is no such page.
+    std::size_t FirstRowOf(std::size_t number) const;
+    /// The page on which `row` begins; nothing where it is not laid out.
+    std::optional<std::size_t> PageOf(std::size_t row) const;
 
     /// Groups begun so far, outer ones before what is in them.
     std::size_t GroupCount() const;
@@ -54,8 +60,9 @@ public:
     /// Where a group begins on its page, in points from the paper's upper edge. A group that begins together
     /// with the one around it has that one's place.
     double TopOf(const GroupEntry& group) const;
-    /// The level of a group alone; reads no row.
+    /// The level of a group, or its first row; these read no row.
     std::size_t GroupLevel(std::size_t index) const;
+    std::size_t GroupFirstRow(std::size_t index) const;
 
 private:
     struct Implementation;

@@ -82,18 +82,19 @@ void Layout::Implementation::WriteRepeatedHeaders(PageWriter& writer, std::size_
                                                   const Row& first) const {
     const PageStart start = mPages[page];
     // The last page may have begun with a row that is not placed yet.
-    if (start.row >= mRow || plan.Levels() == 0)
+    if (start.row >= mRow || (plan.Levels() == 0 && start.strip == 0))
         return;
     RowStrips strips;
-    FlowRow(plan, PlaceOf(start.row, first), {}, strips);
+    GroupNames names(report.Definition());
+    FlowRow(plan, PlaceOf(start.row, first, names), {}, strips);
     const std::size_t levels = strips.LevelsAt(start.strip, plan.Levels());
     std::vector<Row> rows(levels);
-    std::vector<double> heights(levels);
+    std::vector<double> heights(plan.Levels());
     for (std::size_t level = 0; level < levels; ++level) {
         report.ReadRow(mGroups.Of(mGroups.Find(level, start.row)).firstRow, rows[level]);
         heights[level] = HeightOf(plan.groupHeaders[level], rows[level]);
     }
-    if (RepeatedHeight(levels, BodyHeight(page, first), heights) == 0)
+    if (RepeatedHeight(strips, start.strip, BodyHeight(page, first), heights) == 0)
         return;
     for (std::size_t level = 0; level < levels; ++level) {
         const SectionPlan& header = plan.groupHeaders[level];
@@ -101,17 +102,23 @@ void Layout::Implementation::WriteRepeatedHeaders(PageWriter& writer, std::size_
         if (report.Definition().groups[level].repeatsHeader && !header.lines.empty())
             writer.Add({&plan, &header, header.lines, &rows[level], nullptr, false});
     }
+    if (const RowStrips::SubreportHeader* const header = strips.HeaderAt(start.strip)) {
+        writer.Show(0, kAll);
+        const SectionPlan& section = header->plan->pageHeader;
+        writer.Add({header->plan, &section, section.lines, &header->row, nullptr, true});
+    }
 }
 
 void Layout::Implementation::WriteRows(PageWriter& writer, PageStart from, PageStart until) const {
     Row values;
     Totals totals;
+    GroupNames names(report.Definition());
     for (std::size_t row = from.row; row < until.row || (row == until.row && until.strip > 0);
          row = NextWithBands(row)) {
         report.ReadRow(row, values);
         writer.Show(row == from.row ? from.strip : 0, row == until.row ? until.strip : kAll);
         FlowRow(
-            plan, PlaceOf(row, values),
+            plan, PlaceOf(row, values, names),
             [&](std::optional<std::size_t> level) -> const Totals& {
                 totals = level ? TotalsOf(mGroups.Find(*level, row)) : TotalsOfReport();
                 return totals;
@@ -131,9 +138,10 @@ std::size_t Layout::Implementation::NextWithBands(std::size_t row) const {
     return std::max<std::size_t>(row + 1, std::size_t{group.firstRow} + group.rowCount - 1);
 }
 
-RowPlace Layout::Implementation::PlaceOf(std::size_t row, const Row& values) const {
-    RowPlace place{&values, plan.Levels(), plan.Levels(), mHasPlacedLast && row + 1 == mRow,
-                   row == 0 && !mHeaderStandsOnTop};
+RowPlace Layout::Implementation::PlaceOf(std::size_t row, const Row& values, GroupNames& names) const {
+    RowPlace place{&values,       plan.Levels(),
+                   plan.Levels(), mHasPlacedLast && row + 1 == mRow,
+                   nullptr,       row == 0 && !mHeaderStandsOnTop};
     for (std::size_t level = plan.Levels(); level-- > 0;) {
         const GroupIndex::Entry& group = mGroups.Of(mGroups.Find(level, row));
         if (group.firstRow == row)
@@ -144,12 +152,20 @@ RowPlace Layout::Implementation::PlaceOf(std::size_t row, const Row& values) con
     // Groups of the last row that is placed may go on.
     if (row + 1 == mRow)
         place.ends = mBegins;
+    if (place.ends < plan.Levels()) {
+        Row first;
+        for (std::size_t level = 0; level < plan.Levels(); ++level) {
+            report.ReadRow(mGroups.Of(mGroups.Find(level, row)).firstRow, first);
+            names.Begin(level, first);
+        }
+        place.closing = &names.Closing(values);
+    }
     return place;
 }
 
 Totals Layout::Implementation::TotalsOf(GroupIndex::Place place) const {
     const std::size_t count = mGroups.Of(place).rowCount;
-    const std::span<const double> sums = mGroups.SumsOf(place);
+    const std::span<const Sum> sums = mGroups.SumsOf(place);
     Totals totals{count, {sums.begin(), sums.end()}, std::nullopt, {}};
     if (isComplete)
         totals.share = static_cast<double>(count) / static_cast<double>(mRow);

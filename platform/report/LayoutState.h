@@ -6,12 +6,13 @@
 #pragma once
 
 #include "platform/report/GroupIndex.h"
+#include "platform/report/GroupNames.h"
 #include "platform/report/Layout.h"
 #include "platform/report/PageBreaks.h"
 #include "platform/report/PageWriter.h"
 #include "platform/report/ValueCounts.h"
 
-#include <unordered_map>
+#include <optional>
 
 namespace report {
 
@@ -44,6 +45,7 @@ private:
         double height = 0;
         Row current;
         Row next;
+        std::optional<GroupNames> names;
         /// By level from the outermost that begins: the group's height, once its end is met.
         std::vector<double> heights;
     };
@@ -51,7 +53,8 @@ private:
     // Heights of what stands on each page.
     double HeightOf(const SectionPlan& section, const Row& row) const;
     double BodyHeight(std::size_t page, const Row& row) const;
-    double RepeatedHeight(std::size_t levels, double body, const std::vector<double>& headers) const;
+    double RepeatedHeight(const RowStrips& strips, std::size_t strip, double body,
+                          const std::vector<double>& headers) const;
 
     // Placing rows, in the order of the calls.
     bool PlaceNext();
@@ -74,7 +77,7 @@ private:
     void WriteRepeatedHeaders(PageWriter& writer, std::size_t page, const Row& first) const;
     void WriteRows(PageWriter& writer, PageStart from, PageStart until) const;
     std::size_t NextWithBands(std::size_t row) const;
-    RowPlace PlaceOf(std::size_t row, const Row& values) const;
+    RowPlace PlaceOf(std::size_t row, const Row& values, GroupNames& names) const;
     Totals TotalsOf(GroupIndex::Place place) const;
     Totals TotalsOfReport() const;
 
@@ -95,6 +98,7 @@ private:
     bool mIsReady = false;
     bool mHasPlacedLast = false;
     RowPlace mPlace;
+    GroupNames mNames;
     RowStrips mStrips;
     /// The page on which the present row begins.
     std::size_t mRowPage = 0;
@@ -103,8 +107,8 @@ private:
     bool mHasLookedAhead = false;
 
     GroupIndex mGroups;
-    std::vector<double> mNumbers;
-    std::vector<double> mSums;
+    std::vector<Sum> mNumbers;
+    std::vector<Sum> mSums;
     std::vector<ValueCounts> mCharts;
 
     friend class Layout;

@@ -26,12 +26,15 @@ bool BelongTogether(const RowStrips::Mark& first, const RowStrips::Mark& second)
 void RowStrips::Clear() {
     mHeights.clear();
     mBands.clear();
+    mHeaders.clear();
     mLines.clear();
     mHeight = 0;
 }
 
 void RowStrips::Add(const Band& band) {
-    Mark mark{mHeights.size(), band.Kind(), band.section->section->group, band.isOfSubreport, false, 0};
+    Mark mark{mHeights.size(), band.Kind(), band.section->section->group, band.isOfSubreport, false, 0, 0};
+    if (!mHeaders.empty() && mHeaders.back().plan == band.plan)
+        mark.header = mHeaders.size();
     // Pages begin anew with rows of the report itself.
     mark.startsNewPage = band.section->section->startsNewPage && !band.isOfSubreport &&
                          band.lines.data() == band.section->lines.data();
@@ -45,6 +48,8 @@ void RowStrips::Add(const Band& band) {
     }
     mHeight += mark.height;
     mBands.push_back(mark);
+    if (band.isOfSubreport && mark.kind == SectionKind::PageHeader)
+        mHeaders.push_back({band.plan, *band.row, mark.height});
 }
 
 const RowStrips::Mark& RowStrips::BandOf(std::size_t strip) const {
@@ -75,6 +80,13 @@ std::size_t RowStrips::LevelsAt(std::size_t strip, std::size_t levels) const {
         default:
             return levels;
     }
+}
+
+const RowStrips::SubreportHeader* RowStrips::HeaderAt(std::size_t strip) const {
+    if (strip >= mHeights.size())
+        return nullptr;
+    const std::size_t header = BandOf(strip).header;
+    return header == 0 ? nullptr : &mHeaders[header - 1];
 }
 
 std::vector<RowStrips::Reluctance> RowStrips::Breaks(double page) const {

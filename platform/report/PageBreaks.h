@@ -20,6 +20,14 @@ public:
         bool isOfSubreport = false;
         bool startsNewPage = false;
         double height = 0;
+        /// Of a subreport's band that its page header stands above: the place of that, and one more; else 0.
+        std::size_t header = 0;
+    };
+    /// The page header of a subreport, with the row that it shows.
+    struct SubreportHeader {
+        const ReportPlan* plan = nullptr;
+        Row row;
+        double height = 0;
     };
 
     void Clear();
@@ -35,6 +43,8 @@ public:
     /// Group levels, from the outermost, that go on at `strip`, so that a page which begins there repeats
     /// their headers.
     std::size_t LevelsAt(std::size_t strip, std::size_t levels) const;
+    /// The page header of the subreport that goes on at `strip`; null where none does.
+    const SubreportHeader* HeaderAt(std::size_t strip) const;
 
     /// How little a break is wanted before each strip: it is taken only where no lower one is to be had.
     enum Reluctance : std::uint8_t { kFree, kBetweenBands, kAnywhere };
@@ -44,6 +54,7 @@ public:
 private:
     std::vector<double> mHeights;
     std::vector<Mark> mBands;
+    std::vector<SubreportHeader> mHeaders;
     /// Strips that begin a line.
     std::vector<std::size_t> mLines;
     double mHeight = 0;

@@ -69,6 +69,7 @@ PageSetupDialog::PageSetupDialog(const PageFormat& format, QWidget* owner)
         mPaper->addItem(QStringLiteral("As it is"), -1);
         mPaper->setCurrentIndex(mPaper->count() - 1);
     }
+    mInitialPaper = mPaper->currentIndex();
     mPortrait->setObjectName(QStringLiteral("optPortrait"));
     mLandscape->setObjectName(QStringLiteral("optLandscape"));
     (format.width > format.height ? mLandscape : mPortrait)->setChecked(true);
@@ -90,6 +91,7 @@ PageSetupDialog::PageSetupDialog(const PageFormat& format, QWidget* owner)
         box->setRange(0, kPointsPerInch * 10 / mUnit);
         box->setSuffix(IsInches() ? QStringLiteral(" in") : QStringLiteral(" mm"));
         box->setValue(sides.at(i).second / mUnit);
+        mInitialMargins.at(i) = box->value();
         auto* const label = new QLabel(caption + QLatin1Char(':'), margins);
         label->setBuddy(box);
         const int row = static_cast<int>(i % 2);
@@ -137,15 +139,17 @@ void PageSetupDialog::Check() {
 PageFormat PageSetupDialog::Format() const {
     PageFormat format = mInitial;
     const int paper = mPaper->currentData().toInt();
-    const QSizeF size = paper < 0 ? QSizeF(std::min(mInitial.width, mInitial.height),
-                                           std::max(mInitial.width, mInitial.height))
-                                  : PointsOf(static_cast<QPageSize::PageSizeId>(paper));
+    const bool isSamePaper = paper < 0 || mPaper->currentIndex() == mInitialPaper;
+    const QSizeF size = isSamePaper ? QSizeF(std::min(mInitial.width, mInitial.height),
+                                             std::max(mInitial.width, mInitial.height))
+                                    : PointsOf(static_cast<QPageSize::PageSizeId>(paper));
     format.width = mLandscape->isChecked() ? size.height() : size.width();
     format.height = mLandscape->isChecked() ? size.width() : size.height();
-    format.leftMargin = mMargins[0]->value() * mUnit;
-    format.topMargin = mMargins[1]->value() * mUnit;
-    format.rightMargin = mMargins[2]->value() * mUnit;
-    format.bottomMargin = mMargins[3]->value() * mUnit;
+    const std::array<double*, 4> sides = {&format.leftMargin, &format.topMargin, &format.rightMargin,
+                                          &format.bottomMargin};
+    for (std::size_t i = 0; i < sides.size(); ++i)
+        if (const double value = mMargins.at(i)->value(); value != mInitialMargins.at(i))
+            *sides.at(i) = value * mUnit;
     return format;
 }
 

@@ -35,8 +35,10 @@ private:
     std::array<QDoubleSpinBox*, 4> mMargins{};
     QLabel* mNote;
     QPushButton* mOK = nullptr;
-    /// A paper that is in no list stays as it is.
+    /// What nobody changes stays as it is: a box shows it rounded.
     PageFormat mInitial;
+    int mInitialPaper = 0;
+    std::array<double, 4> mInitialMargins{};
     double mUnit;
 };
 

@@ -49,6 +49,7 @@ void PageView::Show(const PageFormat& format, BuildPage build) {
     mFormat = format;
     mStore.Source(std::move(build));
     mStack.count = 0;
+    mCurrent = 0;
     mRevealed.reset();
     mAnchor.reset();
     Select(0, {});
@@ -66,10 +67,9 @@ void PageView::PageCount(std::size_t count, bool isComplete) {
         mStore.Forget(mStack.count - 1);
     const std::size_t before = mStack.count;
     mStack.count = count;
-    ChooseFirstZoom();
     Arrange();
     if (before == 0)
-        GoTo(mCurrent);
+        Jump(mCurrent);
     else
         SetCurrent(std::min(mCurrent, count == 0 ? 0 : count - 1));
     viewport()->update();
@@ -87,17 +87,6 @@ double PageView::FittingZoom() const {
     if (mFit == Fit::Page)
         zoom = std::min(zoom, (viewport()->height() - gaps) / (mFormat.height * pixels));
     return std::clamp(zoom, kLeastZoom, kMostZoom);
-}
-
-void PageView::ChooseFirstZoom() {
-    if (mIsZoomChosen)
-        return;
-    mFit = Fit::Width;
-    const double fitting = FittingZoom();
-    if (fitting >= kPercent)
-        mFit = Fit::None;
-    mZoom = std::min(fitting, kPercent);
-    emit ZoomChanged();
 }
 
 void PageView::Arrange() {
@@ -145,6 +134,11 @@ void PageView::SetCurrent(std::size_t page) {
 }
 
 void PageView::GoTo(std::size_t page) {
+    emit Moved();
+    Jump(page);
+}
+
+void PageView::Jump(std::size_t page) {
     if (mStack.count == 0) {
         // Remembered until there are pages.
         mCurrent = page;
@@ -166,7 +160,18 @@ void PageView::GoTo(std::size_t page, double top) {
     SetCurrent(page);
 }
 
+double PageView::TopOnPage() const {
+    return static_cast<double>(Offset() - mStack.TopOf(mCurrent)) / Scale();
+}
+
+void PageView::Restore(std::size_t page, double top) {
+    Jump(page);
+    if (page < mStack.count)
+        Offset(mStack.TopOf(page) + std::llround(top * Scale()));
+}
+
 void PageView::GoToEnd() {
+    emit Moved();
     Offset(mStack.Height());
     SetCurrent(mStack.count == 0 ? 0 : mStack.count - 1);
 }
@@ -179,6 +184,7 @@ void PageView::TurnPage(int pages) {
 void PageView::FollowScrolling() {
     if (mIsJumping || mStack.count == 0)
         return;
+    emit Moved();
     const QScrollBar& bar = *verticalScrollBar();
     if (bar.value() == bar.minimum())
         SetCurrent(0);
@@ -198,7 +204,6 @@ void PageView::scrollContentsBy(int dx, int dy) {
 
 void PageView::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
-    ChooseFirstZoom();
     if (mFit != Fit::None)
         ZoomAbout(FittingZoom(), {});
     else
@@ -212,13 +217,11 @@ void PageView::changeEvent(QEvent* event) {
 }
 
 void PageView::Zoom(double percent) {
-    mIsZoomChosen = true;
     mFit = Fit::None;
     ZoomAbout(std::clamp(percent, kLeastZoom, kMostZoom), QRectF(viewport()->rect()).center());
 }
 
 void PageView::ZoomToFit(Fit fit) {
-    mIsZoomChosen = true;
     mFit = fit;
     const std::size_t page = mCurrent;
     ZoomAbout(fit == Fit::None ? mZoom : FittingZoom(), {});
@@ -252,6 +255,7 @@ void PageView::Highlight(const QString& sought) {
 }
 
 void PageView::Reveal(std::size_t page, const TextRange& match) {
+    emit Moved();
     mRevealed = {page, match};
     const std::vector<QRectF> places = mStore.At(page)->Rectangles(match);
     if (!places.empty()) {

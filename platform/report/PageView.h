@@ -27,11 +27,11 @@ public:
     /// `measure` must outlive it.
     PageView(const FontMeasure& measure, QWidget* parent);
 
-    /// Shows pages of `format` from `build`, none until PageCount says how many there are. The page on show
-    /// and the zoom stay.
+    /// Shows pages of `format` from `build`, none until PageCount says how many there are, then the first.
+    /// The zoom stays.
     void Show(const PageFormat& format, BuildPage build);
     /// How many pages there are. The one that was the last is made anew, and all are where `isComplete`.
-    /// Until somebody chooses a zoom it is 100 %, or what fits the width where that is less.
+    /// Until somebody chooses a zoom, pages fit the width.
     void PageCount(std::size_t count, bool isComplete);
     std::size_t PageCount() const { return mStack.count; }
     /// From 0.
@@ -43,6 +43,10 @@ public:
     void GoTo(std::size_t page, double top);
     /// Goes to the bottom of the last page.
     void GoToEnd();
+    /// How far the view's upper edge is below that of the page on show, in points.
+    double TopOnPage() const;
+    /// Shows page `page` with the view's edge there again.
+    void Restore(std::size_t page, double top);
 
     /// In percent, between kLeastZoom and kMostZoom.
     void Zoom(double percent);
@@ -61,6 +65,8 @@ public:
 
 signals:
     void CurrentPageChanged();
+    /// Somebody has scrolled, or gone to another place.
+    void Moved();
     void ZoomChanged();
     void SelectionChanged();
 
@@ -86,10 +92,10 @@ private:
     /// Pixels of a point of the paper.
     double Scale() const;
     double FittingZoom() const;
-    void ChooseFirstZoom();
     /// Takes the zoom `percent`, with what is at `anchor`, in the viewport, staying there.
     void ZoomAbout(double percent, const QPointF& anchor);
     void Arrange();
+    void Jump(std::size_t page);
     std::int64_t Offset() const;
     void Offset(std::int64_t offset);
     std::int64_t LeftOfPages() const;
@@ -105,8 +111,7 @@ private:
     PageFormat mFormat;
     PageStack mStack;
     double mZoom = 100;
-    Fit mFit = Fit::None;
-    bool mIsZoomChosen = false;
+    Fit mFit = Fit::Width;
     std::size_t mCurrent = 0;
     /// Pixels to a step of the scroll bar: more than one where the stack is higher than it counts.
     std::int64_t mUnit = 1;

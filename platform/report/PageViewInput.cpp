@@ -27,7 +27,6 @@ void PageView::wheelEvent(QWheelEvent* event) {
     }
     const double notches = event->angleDelta().y() / kNotch;
     mFit = Fit::None;
-    mIsZoomChosen = true;
     ZoomAbout(std::clamp(mZoom * std::pow(kZoomOfNotch, notches), kLeastZoom, kMostZoom), event->position());
     event->accept();
 }

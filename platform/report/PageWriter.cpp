@@ -48,7 +48,7 @@ std::string PageWriter::TextOf(const Band& band, const ObjectDefinition& object)
             const std::vector<std::size_t>& fields = band.plan->sumFields;
             const auto found = std::find(fields.begin(), fields.end(), object.source.index);
             if (totals != nullptr && found != fields.end())
-                value = totals->sums[static_cast<std::size_t>(found - fields.begin())];
+                value = totals->sums[static_cast<std::size_t>(found - fields.begin())].Value();
             break;
         }
         case Source::Kind::Share:

@@ -134,11 +134,11 @@ const std::string& Report::Text(const ObjectDefinition& object) const {
     return object.text;
 }
 
-void Report::RecordSelectionFormula(const std::string& text) {
+void Report::RecordSelectionFormula(const std::string& text, TextComparison comparison) {
     if (text.empty())
         mData->selection.reset();
     else
-        mData->selection.emplace(text, mDocument.tableName, mDocument.fields, mDocument.formulas);
+        mData->selection.emplace(text, mDocument.tableName, mDocument.fields, mDocument.formulas, comparison);
 }
 
 void Report::OnFormat(const std::string& sectionName, FormatEvent event) {

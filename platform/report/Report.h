@@ -113,7 +113,7 @@ public:
     /// Shows only the rows for which `text` is true, in the place of the document's own selection, which an
     /// empty text brings back. Raises as Formula does. Set before the first Work; later it holds from the
     /// next Refresh on.
-    void RecordSelectionFormula(const std::string& text);
+    void RecordSelectionFormula(const std::string& text, TextComparison comparison = TextComparison::NoCase);
 
     /// Sets the format event of the section of that name. Raises error 9 where there is none.
     void OnFormat(const std::string& sectionName, FormatEvent event);

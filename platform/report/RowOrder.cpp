@@ -47,24 +47,27 @@ std::string JoinKey(const ADODB::Value& value) {
 
 } // namespace
 
-bool IsSameGroup(const ADODB::Value& a, const ADODB::Value& b) {
-    const auto* const text = std::get_if<std::string>(&a);
-    const auto* const other = std::get_if<std::string>(&b);
-    if (text != nullptr && other != nullptr)
-        return *text == *other || EqualNoCase(*text, *other);
-    return a == b;
+bool IsSameGroup(const Group& group, const ADODB::Value& a, const ADODB::Value& b) {
+    if (a == b)
+        return true;
+    const ADODB::Value shown = ShownValue(group.format, a, group.isFlag);
+    const ADODB::Value other = ShownValue(group.format, b, group.isFlag);
+    const auto* const text = std::get_if<std::string>(&shown);
+    const auto* const otherText = std::get_if<std::string>(&other);
+    if (text != nullptr && otherText != nullptr)
+        return EqualNoCase(*text, *otherText);
+    return shown == other;
 }
 
 std::uint32_t ValueIndex::Number(const ADODB::Value& value) {
     mKey.clear();
-    if (const auto* text = std::get_if<std::string>(&value)) {
+    const ADODB::Value shown = ShownValue(mFormat, value, mIsFlag);
+    if (const auto* text = std::get_if<std::string>(&shown)) {
         mKey += kText;
         AppendLowerCase(mKey, *text);
-    } else if (const auto* number = std::get_if<double>(&value)) {
+    } else if (const auto* number = std::get_if<double>(&shown)) {
         mKey += kNumber;
-        // The two zeros are one value.
-        const double key = *number + 0.0;
-        mKey.append(reinterpret_cast<const char*>(&key), sizeof key);
+        mKey.append(reinterpret_cast<const char*>(number), sizeof *number);
     } else {
         mKey += kNull;
     }
@@ -89,12 +92,12 @@ RowOrder::RowOrder(std::span<const Group> groups) {
     while (sorted > 0 && groups[sorted - 1].order == SortOrder::AsRead)
         --sorted;
     for (const Group& group : groups.first(sorted))
-        mLevels.push_back({group.field, group.order, {}, {}});
+        mLevels.push_back({group, ValueIndex(group.format, group.isFlag), {}});
 }
 
 void RowOrder::Add(const Row& row) {
     for (Level& level : mLevels)
-        level.keys.push_back(level.values.Number(row[level.field]));
+        level.keys.push_back(level.values.Number(row[level.group.field]));
 }
 
 std::vector<std::uint32_t> RowOrder::Take() {
@@ -105,16 +108,16 @@ std::vector<std::uint32_t> RowOrder::Take() {
     // Stretches of rows that agree in all levels so far, each by its end.
     std::vector<std::uint32_t> ends = {static_cast<std::uint32_t>(rows.size())};
     for (Level& level : mLevels) {
-        if (level.order != SortOrder::AsRead) {
+        if (level.group.order != SortOrder::AsRead) {
             const std::vector<std::uint32_t> ranks = level.values.Ranks();
             const auto last = static_cast<std::uint32_t>(ranks.size());
             for (std::uint32_t& key : level.keys)
-                key = level.order == SortOrder::Ascending ? ranks[key] : last - ranks[key];
+                key = level.group.order == SortOrder::Ascending ? ranks[key] : last - ranks[key];
         }
         std::vector<std::uint32_t> finerEnds;
         std::uint32_t begin = 0;
         for (const std::uint32_t end : ends) {
-            if (level.order != SortOrder::AsRead)
+            if (level.group.order != SortOrder::AsRead)
                 std::stable_sort(
                     rows.begin() + begin, rows.begin() + end,
                     [&keys = level.keys](std::uint32_t a, std::uint32_t b) { return keys[a] < keys[b]; });
@@ -125,7 +128,8 @@ std::vector<std::uint32_t> RowOrder::Take() {
             begin = end;
         }
         ends = std::move(finerEnds);
-        level = {level.field, level.order, {}, {}};
+        level.values = ValueIndex();
+        level.keys = {};
     }
     return rows;
 }

@@ -14,17 +14,23 @@
 
 namespace report {
 
-/// Whether two values belong to one group: texts without regard to case, Null with Null alone.
-bool IsSameGroup(const ADODB::Value& a, const ADODB::Value& b);
+/// Whether two values belong to one group: they read alike under its format, letters' case aside.
+bool IsSameGroup(const Group& group, const ADODB::Value& a, const ADODB::Value& b);
 
-/// Numbers distinct values in the order in which they come.
+/// Numbers values in the order in which they come; values that read alike, letters' case aside, have one
+/// number.
 class ValueIndex {
 public:
+    explicit ValueIndex(const Format& format = {}, bool isFlag = false) : mFormat(format), mIsFlag(isFlag) {}
+
     std::uint32_t Number(const ADODB::Value& value);
-    /// The place of each number among all in ascending order: Null, numbers, texts without regard to case.
+    /// The place of each number among all in ascending order: what shows nothing, numbers, texts without
+    /// regard to case.
     std::vector<std::uint32_t> Ranks() const;
 
 private:
+    Format mFormat;
+    bool mIsFlag;
     std::unordered_map<std::string, std::uint32_t> mNumbers;
     std::string mKey;
 };
@@ -42,8 +48,7 @@ public:
 
 private:
     struct Level {
-        std::size_t field = 0;
-        SortOrder order = SortOrder::AsRead;
+        Group group;
         ValueIndex values;
         std::vector<std::uint32_t> keys;
     };

@@ -91,7 +91,8 @@ ReportPlan::ReportPlan(const Report& source, const TextFitter& usedFitter, doubl
 std::size_t ReportPlan::FirstDifference(const Row& a, const Row& b) const {
     const std::vector<Group>& groups = report.Definition().groups;
     std::size_t level = 0;
-    while (level < groups.size() && IsSameGroup(a[groups[level].field], b[groups[level].field]))
+    while (level < groups.size() &&
+           IsSameGroup(groups[level], a[groups[level].field], b[groups[level].field]))
         ++level;
     return level;
 }

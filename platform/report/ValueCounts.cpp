@@ -4,13 +4,15 @@
 namespace report {
 
 ValueCounts::ValueCounts(const Document& document, std::size_t field)
-    : mField(field), mIsFlag(document.fields[field].IsFlag()) {}
+    : mField(field), mIsFlag(document.fields[field].IsFlag()), mValues({}, mIsFlag) {}
 
 void ValueCounts::Add(const Row& row) {
     const ADODB::Value& value = row[mField];
     const std::size_t number = mValues.Number(value);
-    if (number == mSlices.size())
-        mSlices.emplace_back(FormatValue({}, value, mIsFlag), 0);
+    if (number == mSlices.size()) {
+        const bool hasName = !ADODB::IsNull(ShownValue({}, value, mIsFlag));
+        mSlices.emplace_back(hasName ? FormatValue({}, value, mIsFlag) : kNoName, 0);
+    }
     ++mSlices[number].second;
 }
 

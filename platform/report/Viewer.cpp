@@ -87,11 +87,17 @@ void Viewer::Implementation::Take(std::shared_ptr<Report> source) {
             format = UsualFormat(isLandscape);
         generation = report->Generation();
     }
-    pages->GoTo(0);
-    LayOutAnew();
+    LayOutAnew(false);
 }
 
-void Viewer::Implementation::LayOutAnew() {
+void Viewer::Implementation::LayOutAnew(bool keepsPlace) {
+    if (!keepsPlace) {
+        place.reset();
+    } else if (layout && !place && pages->PageCount() > 0) {
+        const std::size_t page = pages->CurrentPage();
+        place = Place{layout->FirstRowOf(page), page, pages->PageCount(), pages->TopOnPage()};
+    }
+    chosenPage.reset();
     exportedTo.clear();
     finder->Source({});
     findBar->Note({});
@@ -137,6 +143,19 @@ bool Viewer::Implementation::Work() {
     return isBusy;
 }
 
+void Viewer::Implementation::RestorePlace(bool isFinal) {
+    if (!place || pages->PageCount() == 0)
+        return;
+    std::optional<std::size_t> page = layout->PageOf(place->row);
+    if (isFinal)
+        page = pages->PageCount() == place->pageCount ? place->page : page.value_or(pages->PageCount() - 1);
+    if (!page || *page >= pages->PageCount())
+        return;
+    pages->Restore(*page, place->top);
+    if (isFinal)
+        place.reset();
+}
+
 void Viewer::Implementation::WorkByTimer() {
     // From now on as often as events leave time for it.
     timer.start(0);
@@ -147,6 +166,7 @@ void Viewer::Implementation::WorkByTimer() {
         return;
     timer.stop();
     UpdateActions();
+    FollowInTree();
 }
 
 void Viewer::Implementation::ShowWork() {
@@ -154,6 +174,7 @@ void Viewer::Implementation::ShowWork() {
     // An incomplete report may not know its first page yet.
     if (report && report->RowCount() > 0 && count != pages->PageCount())
         pages->PageCount(count, false);
+    RestorePlace(false);
     const auto shown = static_cast<std::size_t>(groups->rowCount({}));
     if (layout && sinceTree.elapsed() > kTreeInterval && layout->GroupCount() > shown + shown / 2) {
         sinceTree.start();
@@ -168,11 +189,13 @@ void Viewer::Implementation::EndWork() {
     timer.stop();
     if (layout) {
         pages->PageCount(layout->PageCount(), true);
+        RestorePlace(true);
         // Many groups are taken up a slice at a time.
         if (groups->TakeUp(kSlice, true))
             timer.start(0);
     }
     UpdateActions();
+    FollowInTree();
     UpdateStatus();
 }
 
@@ -194,7 +217,15 @@ void Viewer::Implementation::Stop() {
 void Viewer::Implementation::Refresh() {
     if (!report || isHeld)
         return;
-    report->Refresh();
+    try {
+        report->Refresh();
+    } catch (const RunTimeError& error) {
+        if (error.number != Errors::kRecordsetClosed)
+            throw;
+        throw RunTimeError(error.number,
+                           "The database that this report was made from is closed. Open it, and "
+                           "choose the report again.");
+    }
     // The pages on show would ask for rows that are gone.
     generation = report->Generation();
     LayOutAnew();

@@ -257,8 +257,11 @@ void Viewer::Implementation::ZoomOn(bool isLarger) {
 }
 
 void Viewer::Implementation::JumpToGroup(const QModelIndex& index) {
-    if (const std::optional<GroupEntry> entry = groups->EntryAt(index))
+    if (const std::optional<GroupEntry> entry = groups->EntryAt(index)) {
         pages->GoTo(entry->page, layout->TopOf(*entry));
+        chosenPage = pages->CurrentPage();
+        tree->setCurrentIndex(index);
+    }
 }
 
 void Viewer::Implementation::OpenFind() {

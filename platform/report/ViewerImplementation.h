@@ -52,7 +52,9 @@ struct Viewer::Implementation {
     // The work on the report: Viewer.cpp.
     /// Begins with `source`, or with none.
     void Take(std::shared_ptr<Report> source);
-    void LayOutAnew();
+    void LayOutAnew(bool keepsPlace = true);
+    /// Shows the reader's place again once it is laid out; `isFinal` says that all is.
+    void RestorePlace(bool isFinal);
     /// Does a slice; true while there is more. Raises what reading raises.
     bool Work();
     void WorkByTimer();
@@ -67,6 +69,8 @@ struct Viewer::Implementation {
     void UpdateActions();
     void UpdateStatus();
     void ShowTree(bool isShown);
+    /// Selects the group of the page on show.
+    void FollowInTree();
 
     // Commands: ViewerCommands.cpp.
     /// Runs a command; what it raises is shown in a box.
@@ -114,6 +118,17 @@ struct Viewer::Implementation {
     QString exportedTo;
     QTimer timer;
     QElapsedTimer sinceTree;
+    /// Where the reader was when the report was laid out anew, until that is done or the reader goes
+    /// elsewhere.
+    struct Place {
+        std::size_t row = 0;
+        std::size_t page = 0;
+        std::size_t pageCount = 0;
+        double top = 0;
+    };
+    std::optional<Place> place;
+    /// The page that the reader has gone to by a group of it, which stays selected while the page is on show.
+    std::optional<std::size_t> chosenPage;
     bool wantsTree = true;
     /// What the reader has given the tree.
     int treeWidth = 200;

@@ -125,7 +125,11 @@ void Viewer::Implementation::MakeParts() {
     QObject::connect(tree, &QTreeView::clicked, context.get(), jump);
     // Enter alone on some desktops: a click there is a click here.
     QObject::connect(tree, &QTreeView::activated, context.get(), jump);
-    QObject::connect(pages, &PageView::CurrentPageChanged, context.get(), [this] { UpdatePageNumber(); });
+    QObject::connect(pages, &PageView::CurrentPageChanged, context.get(), [this] {
+        UpdatePageNumber();
+        FollowInTree();
+    });
+    QObject::connect(pages, &PageView::Moved, context.get(), [this] { place.reset(); });
     QObject::connect(pages, &PageView::ZoomChanged, context.get(), [this] { UpdateZoom(); });
     QObject::connect(pages, &PageView::SelectionChanged, context.get(),
                      [this] { Action("actCopy").setEnabled(!pages->SelectedText().isEmpty()); });
@@ -322,6 +326,19 @@ void Viewer::Implementation::ShowTree(bool isShown) {
     tree->setVisible(isShown);
     if (isShown)
         splitter->setSizes({treeWidth, std::max(splitter->width() - treeWidth, treeWidth)});
+}
+
+void Viewer::Implementation::FollowInTree() {
+    const std::size_t page = pages->CurrentPage();
+    if (!layout || tree->isHidden() || pages->PageCount() == 0 || page >= layout->PageCount())
+        return;
+    if (chosenPage == page)
+        return;
+    chosenPage.reset();
+    const QModelIndex group = groups->Holding(
+        layout->FirstRowOf(page), [this](const QModelIndex& index) { return tree->isExpanded(index); });
+    if (group.isValid())
+        tree->setCurrentIndex(group);
 }
 
 void Viewer::Implementation::UpdateStatus() {

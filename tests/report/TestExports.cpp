@@ -162,6 +162,33 @@ TEST_F(ExportsTest, SubreportsAreTablesOfTheirOwn) {
                            "</tr>\n</thead>\n<tbody>\n<tr><td>slow</td><td>Yes</td></tr>\n</tbody>"));
 }
 
+TEST_F(ExportsTest, GroupsThatStandForRowsAreATableOfTheirOwn) {
+    Add("'Many', 'a', 1");
+    Add("'few', 'b', 2");
+    Add("'MANY', 'c', 4");
+    const auto made = Programs(R"(
+[[report-header.line]]
+objects = [{chart = "{Programs.Machine}", caption = "Name", height = 100}]
+[[page-header.line]]
+shaded = true
+objects = [{text = "Machine", width = 40}, {text = "Rows", left = 40, width = 30}, {text = "Share", left = 70}]
+[[group]]
+field = "{Programs.Machine}"
+[[group.footer.line]]
+objects = [{field = "{Programs.Machine}", width = 40}, {count = true, left = 40, width = 30}, {share = true, left = 70}]
+)");
+    EXPECT_THAT(Exported(*made, ExportFormat::CSV),
+                testing::EndsWith("Machine,Program,Size\r\nfew,b,2\r\nMany,a,1\r\nMANY,c,4\r\n\r\n"
+                                  "\"Programs, summary\"\r\nMachine,Rows,Share\r\n"
+                                  "few,1,0.333333333333333\r\nMany,2,0.666666666666667\r\n"));
+    Exported(*made, ExportFormat::XLSX);
+    EXPECT_THAT(Entry("xl/worksheets/sheet2.xml"), testing::HasSubstr("<c r=\"B3\"><v>2</v></c>"));
+    EXPECT_THAT(Exported(*made, ExportFormat::HTML),
+                testing::AllOf(testing::HasSubstr("<th scope=\"col\">Name</th>"),
+                               testing::HasSubstr("<tr><td>Many</td><td>2</td><td>67 %</td></tr>")))
+        << "called as in the chart";
+}
+
 TEST_F(ExportsTest, HTMLFollowsTheDocument) {
     Add("'PC1', 'Zip <b>&\"', 1200");
     Add("'PC1', 'é ß €', NULL");

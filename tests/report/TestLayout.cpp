@@ -155,20 +155,49 @@ TEST_F(LayoutTest, TheGroupTreeKnowsPagesAndRows) {
     EXPECT_EQ(ErrorOf([&] { layout->BuildPage(layout->PageCount()); }), Errors::kOutOfRange);
 }
 
+TEST_F(LayoutTest, RowsThatReadAlikeAreOneGroup) {
+    // Kilobytes; 98 MB are 100,352 of them.
+    for (const char* row : {"NULL, 101888", "'', 100500", "'  ', 100352", "'a', 99841", "'A', 99839"})
+        connection->Execute("INSERT INTO Programs (Machine, Program, [Size]) VALUES (" +
+                            std::string(row).insert(std::string(row).find(','), ", 'x'") + ")");
+    const struct {
+        const char* field;
+        const char* options;
+        const char* groups;
+    } cases[] = {
+        {"Size", "format = 'megabytes-kb'\n", "100 MB: 1/98 MB: 3/97 MB: 1/"},
+        {"Size", "format = 'megabytes-kb'\norder = 'ascending'\n", "97 MB: 1/98 MB: 3/100 MB: 1/"},
+        {"Size", "", "101888: 1/100500: 1/100352: 1/99841: 1/99839: 1/"},
+        {"Machine", "", ": 3/a: 2/"},
+        {"Machine", "order = 'descending'\n", "a: 2/: 3/"},
+    };
+    for (const auto& c : cases) {
+        const auto report = Programs(Group(c.field, c.options) + kDetail);
+        const auto layout = Lay(*report);
+        std::string groups;
+        for (std::size_t i = 0; i < layout->GroupCount(); ++i)
+            groups += layout->Group(i).title + ": " + std::to_string(layout->Group(i).rowCount) + "/";
+        EXPECT_EQ(groups, c.groups) << c.field << c.options;
+    }
+}
+
 TEST_F(LayoutTest, FootersSumAndShareTheirGroups) {
     Add("a", "x", 1.5);
-    Add("a", "y", 2);
+    Add("A", "y", 2);
     Add("b", "x", 96.5);
     Add("b", "z", 0);
+    Add("c", "z", 0);
     connection->Execute("UPDATE Programs SET [Size] = Null WHERE Program = 'z'");
     const auto report = Programs(
         "[[group]]\nfield = \"{Programs.Machine}\"\n[[group.footer.line]]\nobjects = ["
-        "{sum = \"{Programs.Size}\", width = 50" +
-        kSize + "}, {share = true, left = 50, width = 50" + kSize +
+        "{field = \"{Programs.Machine}\", width = 20" +
+        kSize + "}, {sum = \"{Programs.Size}\", left = 20, width = 40" + kSize +
+        ", prefix = \"=\"}, {share = true, left = 60, width = 40" + kSize +
         "}]\n"
         "[[report-footer.line]]\nobjects = [{sum = \"{Programs.Size}\"" +
         kSize + "}]\n");
-    EXPECT_EQ(Laid(*report), "3.5|50 %\n96.5|50 %\n100\n");
+    EXPECT_EQ(Laid(*report), "a|=3.5|40 %\nb|=96.5|40 %\nc|20 %\n100\n")
+        << "called as the group began; a sum of unknown numbers is no 0";
 }
 
 TEST_F(LayoutTest, PagesFollowWhileRowsAreStillRead) {
@@ -217,12 +246,14 @@ TEST_F(LayoutTest, AChartDividesTheRows) {
     for (const auto& [machine, program] : Machines({{"few", 1}, {"Many", 3}}))
         Add(machine, program, 1);
     Add("MANY", "x", 1);
+    Add("", "x", 1);
+    connection->Execute("INSERT INTO Programs (Program) VALUES ('x')");
     const auto report = Programs(
         "[[report-header.line]]\nobjects = [{chart = \"{Programs.Machine}\", height = 40}]\n" + kDetail);
     const Page page = Build(*report, 0);
     ASSERT_EQ(page.charts.size(), 1U);
     using Slices = std::vector<std::pair<std::string, std::size_t>>;
-    EXPECT_EQ(page.charts[0].slices, (Slices{{"Many", 4}, {"few", 1}}));
+    EXPECT_EQ(page.charts[0].slices, (Slices{{"Many", 4}, {"(none)", 2}, {"few", 1}}));
     EXPECT_DOUBLE_EQ(page.texts.front().top, 40);
 }
 

@@ -49,7 +49,7 @@ TEST_F(SubreportTest, RowsFlowInTheirPlaceAndOverPages) {
     const auto report = Made(kWithNotes + kDetail, kNotesCaptions + kNotesDetail + kNotesFooter);
     EXPECT_EQ(Laid(*report),
               "a\nNotes of it\nNote\nnote 1\nnote 2\nnote 3\nnote 4\nnote 5\nnote 6\nnote 7\n"
-              "=\nnote 8\nnote 9\nnote 10\nnote 11\nnote 12\n12 notes\nx\n"
+              "=\nNote\nnote 8\nnote 9\nnote 10\nnote 11\nnote 12\n12 notes\nx\n"
               "=\nb\nNotes of it\nNote\nnote 1\nnote 2\n2 notes\nx\n"
               "=\nc\nNotes of it\nNote\n0 notes\nx\n");
 }

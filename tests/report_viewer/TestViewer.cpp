@@ -291,6 +291,15 @@ TEST_F(ViewerTest, GroupsJumpToTheirPages) {
     QTest::mouseRelease(port, Qt::LeftButton, {}, {port->width() - 1, port->height() - 1});
     EXPECT_THAT(Pages()->SelectedText().toStdString(), HasSubstr("PC9\n"))
         << "in sight, wherever on its page";
+    EXPECT_EQ(tree->currentIndex(), last);
+    // The tree follows the page on show.
+    Press("actFirst");
+    EXPECT_EQ(tree->currentIndex().data().toString(), "PC0");
+    Pages()->GoTo(static_cast<std::size_t>(PageCount() / 2));
+    Press("actPrevious");
+    EXPECT_THAT(TextOfPage(PageNumber()),
+                testing::StartsWith(tree->currentIndex().data().toString().toStdString() + "\n"))
+        << "the header that the page repeats";
     viewer->DisplayGroupTree(false);
     EXPECT_FALSE(tree->isVisible());
     Press("actGroupTree");
@@ -335,7 +344,11 @@ TEST_F(ViewerTest, AFailureToReadIsTheOwnersUntilItHasLeftOff) {
     Show(10);
     connection->Close();
     EXPECT_THAT(TextOfPage(1), HasSubstr("Program 000001"));
-    prompts.Expect(Question{Question::Kind::Box, "Error# 3704", {}, MsgBoxStyle::kCritical});
+    prompts.Expect(
+        Box("Error# 3704",
+            "The database that this report was made from is closed. Open it, and choose the report "
+            "again.",
+            MsgBoxStyle::kCritical));
     QTest::keyClick(Pages(), Qt::Key_F5);
     EXPECT_THAT(TextOfPage(1), HasSubstr("Program 000001"));
 }
@@ -413,6 +426,40 @@ TEST_F(ViewerTest, PageSetUpLaysTheSameRowsOutAnew) {
     WaitUntilIdle();
     EXPECT_GT(PageCount(), portrait) << "shorter pages";
     EXPECT_THAT(TextOfPage(1), HasSubstr("Program 000001"));
+}
+
+TEST_F(ViewerTest, KeepsTheReadersPlaceWhenTheReportIsLaidOutAnew) {
+    Show(3000);
+    // The tree takes its room.
+    QApplication::processEvents();
+    const auto place = [this] { return std::pair(PageNumber(), Pages()->verticalScrollBar()->value()); };
+    Pages()->GoTo(12);
+    Pages()->verticalScrollBar()->setValue(Pages()->verticalScrollBar()->value() + 40);
+    const auto before = place();
+    QTest::keyClick(Pages(), Qt::Key_F5);
+    WaitUntilIdle();
+    EXPECT_EQ(place(), before);
+    {
+        const NextDialog answer([](QDialog& dialog) { dialog.findChild<QPushButton*>("cmdOK")->click(); });
+        Press("actPageSetup");
+        EXPECT_EQ(Status(), std::to_string(PageCount()) + " pages")
+            << "nothing was changed, nothing is laid out";
+        EXPECT_EQ(place(), before);
+    }
+    const std::string text = TextOfPage(PageNumber());
+    const std::string row = text.substr(text.find("Program "), std::size(std::string("Program 000001")));
+    const NextDialog answer([](QDialog& dialog) {
+        dialog.findChild<QRadioButton*>("optLandscape")->click();
+        dialog.findChild<QPushButton*>("cmdOK")->click();
+    });
+    Press("actPageSetup");
+    WaitUntilIdle();
+    EXPECT_GT(PageNumber(), before.first);
+    EXPECT_THAT(TextOfPage(PageNumber()), HasSubstr(row)) << "the first of the page, on another page now";
+    QTest::keyClick(Pages(), Qt::Key_F5);
+    Press("actLast");
+    WaitUntilIdle();
+    EXPECT_EQ(PageNumber(), PageCount()) << "where the reader has gone meanwhile";
 }
 
 TEST_F(ViewerTest, MayGoWhileItIsBusyOrAsking) {

@@ -117,6 +117,20 @@ TEST_F(ComparisonTest, FixChangesCopiesTheFilesOfTheMachinesThatDiffer) {
         << "the next import's business";
 }
 
+TEST_F(ComparisonTest, MismatchesShowEveryRowThatFixChangesActsOn) {
+    Run("DELETE FROM DrivesData; DELETE FROM PC WHERE COMPUTERNAME = 'PC3'; UPDATE PC SET RAM = 1000;"
+        "UPDATE PC SET [CPU DLL Description] = 'PENTIUM  II' WHERE COMPUTERNAME = 'PC2' AND ConfID = 1");
+    for (const char* machine : {"PC1", "PC2"}) {
+        folder.WriteFile(std::string(machine) + ".inf", "new");
+        folder.WriteFile(std::string(machine) + ".org", "old");
+    }
+    Open(1);
+    EXPECT_EQ(Values(Shown(), "COMPUTERNAME"), "PC2") << "other letters alone";
+    FixWithSuccess();
+    EXPECT_EQ(folder.ReadFile("PC1.org"), "old");
+    EXPECT_EQ(folder.ReadFile("PC2.org"), "new");
+}
+
 TEST_F(ComparisonTest, NoNameAndNoLinkLeadsOutOfTheFolder) {
     const std::string outside = folder.WriteFile("secret", "secret");
     gImportDir = folder.Path("inf");

@@ -120,6 +120,7 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
     if (files.empty())
         Raise(Errors::kFileNotFound, source);
     ShownWork work(window.form);
+    ReplacedFile::ClearAbandoned(FolderOf(path));
     ReplacedFile target(path, ReplacedFile::Rights::OwnerOnly);
     ZipFileSink sink(target);
     ErrorOfLibrary error;

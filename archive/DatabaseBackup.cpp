@@ -2,18 +2,17 @@
 #include "archive/DatabaseBackup.h"
 
 #include "archive/KeptDatabase.h"
+#include "archive/ShownCopy.h"
+#include "archive/SoleHold.h"
 #include "core/Controls.h"
 #include "core/DatabaseSession.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
-#include "core/LongWork.h"
 #include "core/MainForm.h"
-#include "platform/Descriptor.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "platform/prompts.h"
 
-#include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
 
@@ -29,27 +28,6 @@ constexpr const char* kFilter = "Backup File (*.zbk)|*.zbk";
 constexpr const char* kExtension = "zbk";
 constexpr const char* kNamePanel = "Enter a backup filename name ...";
 constexpr const char* kDatabaseExtension = ".mdb";
-
-/// Keeps every other program from opening a database while it lives; raises error 70 where one has it open.
-class SoleHold {
-public:
-    explicit SoleHold(const std::string& path)
-        : mIsWritable(access(path.c_str(), W_OK) == 0), mFile(path, mIsWritable ? O_RDWR : O_RDONLY) {
-        // Where the engine has its locks: https://www.sqlite.org/fileformat.html#the_lock_byte_page
-        struct flock lock {};
-        lock.l_type = mIsWritable ? F_WRLCK : F_RDLCK;
-        lock.l_whence = SEEK_SET;
-        lock.l_start = 0x40000000;
-        lock.l_len = 512;
-        // Disks without locks have none to look at.
-        if (fcntl(mFile.Number(), F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
-            Raise(Errors::kPermissionDenied, path);
-    }
-
-private:
-    bool mIsWritable;
-    Descriptor mFile;
-};
 
 /// Whether the pages of the open database hold together: opening it has read few of them.
 bool IsWhole() {
@@ -81,16 +59,30 @@ std::optional<std::string> OnDisk(const std::string& path) {
     return FileExists(path) ? path : FindFile(FolderOf(path), FileNameOf(path));
 }
 
-void IgnoringErrors(const std::function<void()>& work) {
+/// The failure of `work` in words; empty where there was none.
+std::string FailureOf(const std::function<void()>& work) {
     try {
         work();
-    } catch (const RunTimeError&) {
-        // What follows works with what is there.
-        return;
+        return {};
+    } catch (const RunTimeError& failure) {
+        return failure.description;
     }
 }
 
 } // namespace
+
+/// An unpacked database that is ready to take the place of the one at gDatabasePath: it is whole beside that,
+/// and no other program has the old one open. Given up, it leaves all as it was.
+struct DatabaseBackup::Successor {
+    Successor(MainForm& form, const std::string& unpacked)
+        : file(gDatabasePath, ReplacedFile::Rights::OwnerOnly), replaced(form, file) {
+        ShownCopy(form, unpacked, [this](std::string_view bytes) { file.Write(bytes); });
+        file.Flush();
+    }
+
+    ReplacedFile file;
+    KeptDatabase replaced;
+};
 
 DatabaseBackup::DatabaseBackup(MainForm& form, Prompts& prompts, const Clock& clock,
                                std::string programFolder)
@@ -138,12 +130,21 @@ void DatabaseBackup::Backup() {
 }
 
 bool DatabaseBackup::Pack(const std::string& archive) {
+    bool isPacked = false;
+    // Where another program has it open, the file alone may not be all of it.
+    return Succeeds([&] {
+               mForm.CloseSinDatabase(false);
+               const SoleHold hold(gDatabasePath);
+               isPacked = VBZip::ZipFile({mForm, mPrompts}, gDatabasePath, archive, EntryName(gDatabasePath));
+           }) &&
+           isPacked;
+}
+
+bool DatabaseBackup::Succeeds(const std::function<void()>& work) {
     try {
-        mForm.CloseSinDatabase(false);
-        const SoleHold hold(gDatabasePath);
-        return VBZip::ZipFile({mForm, mPrompts}, gDatabasePath, archive, EntryName(gDatabasePath));
+        work();
+        return true;
     } catch (const RunTimeError& failure) {
-        // Another program has it open: the file alone may then not be all of it.
         mPrompts.MsgBox(failure.description, MsgBoxStyle::kCritical, "Error #" + NumberText(failure.number));
         return false;
     }
@@ -177,29 +178,64 @@ void DatabaseBackup::Restore() {
 void DatabaseBackup::RestoreFrom(const std::string& archive, const std::string& chosenFolder) {
     mForm.StatusText("Restore in progress ...");
     const std::string folder = MakeTemporaryFolder(mProgramFolder);
-    if (!VBZip::UnzipFile({mForm, mPrompts}, archive, folder)) {
-        mPrompts.MsgBox(
-            "Restore failed. Please check the MOVA database and make sure nobody has got the file open at "
-            "this time.",
-            MsgBoxStyle::kCritical, "Restore Failed");
-        mForm.DisableDatabaseCommands();
-        return;
-    }
+    if (!VBZip::UnzipFile({mForm, mPrompts}, archive, folder))
+        return TellRestoreFailed();
     const std::vector<std::string> found = DirectoryListing(folder, kDatabaseExtension).Names();
     const std::string name = found.empty() ? std::string() : found.front();
     if (!chosenFolder.empty())
         gDatabasePath = JoinPath(chosenFolder, name);
-    std::unique_ptr<KeptDatabase> replaced;
+    std::optional<Successor> successor;
+    bool isReady = true;
     if (!name.empty()) {
         const std::string unpacked = JoinPath(folder, name);
-        IgnoringErrors([&] { replaced = PutInPlace(unpacked); });
-        IgnoringErrors([&] { DeleteFile(unpacked); });
+        isReady = Succeeds([&] { successor.emplace(mForm, unpacked); });
+        unlink(unpacked.c_str());
     }
     // Stays where the archive held more.
     rmdir(folder.c_str());
+    if (!isReady) {
+        if (!chosenFolder.empty())
+            gDatabasePath.clear();
+        return TellRestoreFailed();
+    }
+    std::string failure;
+    if (successor)
+        failure = PutInPlace(successor);
     mForm.StatusText("Restore done successfully");
+    Reopen(successor);
+    // The old one is on show: nobody may take it for the restored one.
+    if (!failure.empty())
+        mForm.StatusText("Restore failed: " + failure);
+}
+
+void DatabaseBackup::TellRestoreFailed() {
+    mPrompts.MsgBox(
+        "Restore failed. Please check the MOVA database and make sure nobody has got the file open at this "
+        "time.",
+        MsgBoxStyle::kCritical, "Restore Failed");
+    mForm.DisableDatabaseCommands();
+}
+
+std::string DatabaseBackup::PutInPlace(std::optional<Successor>& successor) {
+    const std::optional<std::string> present = OnDisk(gDatabasePath);
+    if (present &&
+        mPrompts.MsgBox("Overwrite " + gDatabasePath + "?",
+                        MsgBoxStyle::kYesNo + MsgBoxStyle::kExclamation + MsgBoxStyle::kDefaultButton2,
+                        "Overwrite?") != MsgBoxAnswer::Yes) {
+        gDatabasePath = *present;
+        successor.reset();
+        return {};
+    }
+    std::string failure = FailureOf([&] { successor->replaced.GiveWayTo(successor->file); });
+    // The old one is to be opened, which its sole hold would not let happen.
+    if (!failure.empty())
+        successor.reset();
+    return failure;
+}
+
+void DatabaseBackup::Reopen(std::optional<Successor>& successor) {
     bool isGood = mForm.ConnectSinDatabase(gDatabasePath);
-    if (isGood && replaced && !IsWhole()) {
+    if (isGood && successor && !IsWhole()) {
         mForm.CloseSinDatabase(false);
         isGood = false;
     }
@@ -208,41 +244,10 @@ void DatabaseBackup::RestoreFrom(const std::string& archive, const std::string& 
         mForm.DisableDatabaseCommands();
         return;
     }
-    if (replaced)
-        replaced->Release();
+    if (successor)
+        successor->replaced.Release();
     mForm.StatusText("Opening Database ... Please wait");
     mForm.OpenSinDatabase();
     mForm.EnableDatabaseCommands();
     TellAgeOfData(mForm, mPrompts, mClock);
-}
-
-std::unique_ptr<KeptDatabase> DatabaseBackup::PutInPlace(const std::string& unpacked) {
-    const std::optional<std::string> present = OnDisk(gDatabasePath);
-    if (present &&
-        mPrompts.MsgBox("Overwrite " + gDatabasePath + "?",
-                        MsgBoxStyle::kYesNo + MsgBoxStyle::kExclamation + MsgBoxStyle::kDefaultButton2,
-                        "Overwrite?") != MsgBoxAnswer::Yes) {
-        gDatabasePath = *present;
-        return nullptr;
-    }
-    ReplacedFile target(gDatabasePath, ReplacedFile::Rights::OwnerOnly);
-    {
-        ShownWork work(mForm);
-        const auto length = static_cast<double>(FileLength(unpacked));
-        Descriptor from(unpacked, O_RDONLY | O_NOFOLLOW);
-        std::string block(std::size_t{1} << 20U, '\0');
-        double done = 0;
-        while (const std::size_t count = from.Read(block.data(), block.size())) {
-            target.Write(std::string_view(block).substr(0, count));
-            done += static_cast<double>(count);
-            work.Look(done, length);
-        }
-    }
-    auto replaced = std::make_unique<KeptDatabase>(target);
-    // Another program that has it open would go on writing to a file without a name.
-    std::optional<SoleHold> hold;
-    if (FileExists(gDatabasePath))
-        hold.emplace(gDatabasePath);
-    replaced->GiveWayTo(target);
-    return replaced;
 }

@@ -37,8 +37,8 @@ void GuardedExport(const ExportContext& context, const std::function<void()>& wo
     }
 }
 
-ExportFile::ExportFile(const std::string& path, ReplacedFile::Rights rights)
-    : mFile(path, rights), mPage(CodePage::System()) {}
+ExportFile::ExportFile(const std::string& path)
+    : mFile(path, ReplacedFile::Rights::OwnerOnly), mPage(CodePage::System()) {}
 
 void ExportFile::WriteLine(std::string_view line) {
     Try([&] {

@@ -28,10 +28,11 @@ std::string AskForExportPath(const ExportContext& context, const std::string& fi
 /// Runs an export; a failure ends it with a box, but for error 91, which ends it in silence.
 void GuardedExport(const ExportContext& context, const std::function<void()>& work);
 
-/// A file that takes its name when it is whole; see ReplacedFile.
+/// A file that takes its name when it is whole; see ReplacedFile. It holds the personal details of users, so
+/// it is for who made it alone.
 class ExportFile {
 public:
-    explicit ExportFile(const std::string& path, ReplacedFile::Rights rights);
+    explicit ExportFile(const std::string& path);
 
     /// Adds a line and its end. Raises what the disk refuses.
     void WriteLine(std::string_view line);

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "archive/KeptDatabase.h"
 
+#include "archive/ShownCopy.h"
 #include "platform/adodb.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -28,8 +31,13 @@ std::vector<std::string> NamesOf(const std::string& path) {
         const std::string name = FileNameOf(path) + suffix;
         const std::vector<std::string> spellings = listing.Spellings(name);
         names.insert(names.end(), spellings.begin(), spellings.end());
-        // A hidden file is not listed.
-        if (std::find(names.begin(), names.end(), name) == names.end() && FileExists(JoinPath(folder, name)))
+        // A hidden file is not listed. On a disk without case one that is has this name, too.
+        const std::string ownPath = JoinPath(folder, name);
+        const auto isSame = [&](const std::string& spelling) {
+            std::error_code ignored;
+            return std::filesystem::equivalent(JoinPath(folder, spelling), ownPath, ignored);
+        };
+        if (FileExists(ownPath) && std::none_of(spellings.begin(), spellings.end(), isSame))
             names.push_back(name);
     }
     return names;
@@ -50,10 +58,22 @@ void WriteBackLog(const std::string& path) {
     }
 }
 
-/// A second name for a file; where the disk has none, a move.
-void LinkOrMove(const std::string& from, const std::string& to) {
-    if (link(from.c_str(), to.c_str()) != 0 && rename(from.c_str(), to.c_str()) != 0)
-        RaiseSystem(errno, from);
+/// A second name for a file; where the disk has none, a copy: moved away, the database would be gone if the
+/// program were killed now.
+void LinkOrCopy(MainForm& form, const std::string& from, const std::string& to) {
+    if (link(from.c_str(), to.c_str()) == 0)
+        return;
+    Descriptor copy(to, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+    std::error_code ignored;
+    try {
+        ShownCopy(form, from, [&copy](std::string_view bytes) { copy.Write(bytes); });
+        copy.Close();
+    } catch (const RunTimeError&) {
+        std::filesystem::remove(to, ignored);
+        throw;
+    }
+    // It may be put back.
+    std::filesystem::permissions(to, std::filesystem::status(from, ignored).permissions(), ignored);
 }
 
 void Remove(const std::string& path) {
@@ -63,17 +83,22 @@ void Remove(const std::string& path) {
 
 } // namespace
 
-KeptDatabase::KeptDatabase(const ReplacedFile& successor) : mPath(successor.Path()) {
+KeptDatabase::KeptDatabase(MainForm& form, const ReplacedFile& successor) : mPath(successor.Path()) {
     WriteBackLog(mPath);
+    const std::string folder = FolderOf(mPath);
     const std::vector<std::string> names = NamesOf(mPath);
     if (names.empty())
         return;
+    // Who has it open would go on writing to a file that lost its name.
+    for (const std::string& name : names)
+        if (EqualNoCase(name, FileNameOf(mPath)))
+            mHolds.emplace_back(JoinPath(folder, name));
     mKeeping = mPath + ".replaced-XXXXXX";
     if (mkdtemp(mKeeping.data()) == nullptr)
         RaiseSystem(errno, std::exchange(mKeeping, {}));
     try {
         for (const std::string& name : names) {
-            LinkOrMove(JoinPath(FolderOf(mPath), name), JoinPath(mKeeping, name));
+            LinkOrCopy(form, JoinPath(folder, name), JoinPath(mKeeping, name));
             mNames.push_back(name);
         }
     } catch (const RunTimeError&) {
@@ -124,8 +149,13 @@ void KeptDatabase::PutBack() {
                 std::filesystem::remove(mPath + suffix, ignored);
     for (const std::string& name : mNames) {
         const std::string kept = JoinPath(mKeeping, name);
-        std::filesystem::rename(kept, JoinPath(FolderOf(mPath), name), ignored);
-        // Where both are one file, a rename leaves both names.
+        const std::string place = JoinPath(FolderOf(mPath), name);
+        // As long as the new one has not stood there, only what is missing has been taken away.
+        if (mHasGivenWay || !FileExists(place))
+            std::filesystem::rename(kept, place, ignored);
+        else
+            ignored.clear();
+        // Still there where it was not needed. Where both are one file, a rename leaves both names.
         if (!ignored)
             std::filesystem::remove(kept, ignored);
     }

@@ -33,7 +33,7 @@ void ListExport::Export() {
     if (path.empty())
         return;
     mContext.form.StatusText("Export in progress ...");
-    ExportFile file(path, ReplacedFile::Rights::Usual);
+    ExportFile file(path);
     Write(file, captions);
     file.Commit();
     mContext.form.StatusText("Export completed ...");

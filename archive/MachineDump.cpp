@@ -126,8 +126,7 @@ void MachineDump::Export(const Variant& variant) {
     form.StatusText("Export in progress ...");
     form.ProgressMaximum(100);
     form.ProgressValue(0);
-    // It holds the personal details of users, so it is for who made it alone.
-    ExportFile file(path, ReplacedFile::Rights::OwnerOnly);
+    ExportFile file(path);
     for (const Section& section : kSections) {
         WriteSection(variant, section, machine, file);
         form.ProgressValue(CInt(section.after));

@@ -120,6 +120,7 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
     if (files.empty())
         Raise(Errors::kFileNotFound, source);
     ShownWork work(window.form);
+    ReplacedFile::ClearAbandoned(FolderOf(path));
     ReplacedFile target(path, ReplacedFile::Rights::OwnerOnly);
     ZipFileSink sink(target);
     ErrorOfLibrary error;
@@ -164,8 +165,9 @@ public:
             RaiseSystem(errno, mFolder);
         // A file system that knows no size of its own tells zeros.
         const double free = static_cast<double>(disk.f_bavail) * static_cast<double>(disk.f_frsize);
+        // The folder itself is a temporary one that nobody knows.
         if (disk.f_blocks != 0 && mExpected >= free)
-            Raise(Errors::kDiskFull, mPath);
+            Raise(Errors::kDiskFull, FolderOf(mFolder));
         for (zip_uint64_t entry = 0; entry < entries; ++entry)
             Unpack(entry);
     }
@@ -176,7 +178,7 @@ private:
             ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_ENCRYPTION_METHOD;
         zip_stat_t status{};
         if (zip_stat_index(mArchive.get(), entry, 0, &status) != 0)
-            RaiseZip(*zip_get_error(mArchive.get()), mFolder);
+            RaiseZip(*zip_get_error(mArchive.get()), mPath);
         if ((status.valid & kNeeded) != kNeeded)
             throw RunTimeError(Errors::kPathAccess, "The archive does not tell what it holds");
         return status;

@@ -34,10 +34,12 @@ std::chrono::local_days DateFromPositions(std::string_view text) {
     return std::chrono::local_days(month / 1) + std::chrono::days(number(8, 2) - 1);
 }
 
-/// Lets go of a file that is refused. Its log may be another program's at work, and is no failure here.
-void CloseRefused() {
+/// Lets go of a file that is refused, or that another one takes the place of. Its log may be another
+/// program's at work, and is no failure here.
+void CloseSilently() {
     try {
-        gConnection->Close();
+        if (gConnection)
+            gConnection->Close();
     } catch (const RunTimeError&) {
     }
 }
@@ -63,6 +65,8 @@ DatabaseSession::DatabaseSession(MainForm& form, Prompts& prompts, const Clock& 
       mUnloadSplash(std::move(unloadSplash)) {}
 
 bool DatabaseSession::ConnectSinDatabase(const std::string& path) {
+    // Not by its last owner's end: a report on show is one, and would keep the file open.
+    CloseSilently();
     try {
         gConnection = std::make_shared<ADODB::Connection>();
         gConnection->ConnectionString("Driver={Microsoft Access Driver (*.mdb)};DBQ=" + WithoutNuls(path) +
@@ -72,7 +76,7 @@ bool DatabaseSession::ConnectSinDatabase(const std::string& path) {
         gRecordset->Open("SELECT * FROM Version", gConnection);
         const auto refuse = [] {
             gRecordset->Close();
-            CloseRefused();
+            CloseSilently();
             return false;
         };
         if (gRecordset->EndOfFile())
@@ -97,7 +101,7 @@ bool DatabaseSession::ConnectSinDatabase(const std::string& path) {
         return true;
     } catch (const RunTimeError& failure) {
         // The recordset ends with its connection.
-        CloseRefused();
+        CloseSilently();
         mUnloadSplash();
         mPrompts.MsgBox(
             "This is either not a MOVA database or it's an incompatible database.\r\n\r\n"

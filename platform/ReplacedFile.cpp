@@ -5,16 +5,20 @@
 #include "platform/files.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 namespace {
 
 constexpr std::size_t kBuffer = std::size_t{64} << 10U;
+/// A hidden name, so that no listing shows the file while it grows.
+constexpr std::string_view kTemporary = ".velmora-XXXXXX";
 
 /// The file that `path` leads to through any links; `path` itself where there is none yet.
 std::string Resolved(const std::string& path) {
@@ -22,21 +26,38 @@ std::string Resolved(const std::string& path) {
     return real ? std::string(real.get()) : path;
 }
 
-/// A name for the file while it grows, hidden so that no listing shows it.
+/// A name for the file while it grows, with the letters that make it its own still to be found.
 std::string Template(const std::string& target) {
     const std::string folder = FolderOf(target);
     if (folder.empty())
-        return target.empty() || target.front() != '/' ? ".velmora-XXXXXX" : "/.velmora-XXXXXX";
-    return JoinPath(folder, ".velmora-XXXXXX");
+        return (target.empty() || target.front() != '/' ? "" : "/") + std::string(kTemporary);
+    return JoinPath(folder, kTemporary);
 }
 
+/// Makes the file, and holds it, so that nobody takes it for one that was left behind.
 int MakeTemporary(const std::string& target, std::string& temporary) {
     if (target.empty() || target.back() == '/')
         Raise(Errors::kPathNotFound, target);
-    const int file = mkostemp(temporary.data(), O_CLOEXEC);
-    if (file < 0 && errno == ENOENT)
-        Raise(Errors::kPathNotFound, FolderOf(target));
-    return file;
+    for (;;) {
+        temporary = Template(target);
+        const int file = mkostemp(temporary.data(), O_CLOEXEC);
+        if (file < 0 && errno == ENOENT)
+            Raise(Errors::kPathNotFound, FolderOf(target));
+        struct stat status {};
+        // Disks without locks hold nothing; nothing on them is taken for left behind either.
+        if (file < 0 || flock(file, LOCK_EX) != 0 || fstat(file, &status) != 0 || status.st_nlink > 0)
+            return file;
+        // It was taken for such a one before it was held.
+        close(file);
+    }
+}
+
+/// Whether `file`, opened by its name, is one that this user's programs have made and nobody holds. Holds it
+/// then.
+bool IsAbandoned(const Descriptor& file) {
+    struct stat status {};
+    return fstat(file.Number(), &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+           flock(file.Number(), LOCK_EX | LOCK_NB) == 0;
 }
 
 /// What the file will take from its target. The mask of the process can only be read by setting it.
@@ -63,7 +84,6 @@ ReplacedFile::Access AccessFor(const std::string& target, ReplacedFile::Rights r
 
 ReplacedFile::ReplacedFile(const std::string& path, Rights rights, Links links)
     : mTarget(links == Links::Follow ? Resolved(path) : path),
-      mTemporary(Template(mTarget)),
       mAccess(AccessFor(mTarget, rights)),
       mFile(MakeTemporary(mTarget, mTemporary), mTarget) {}
 
@@ -91,8 +111,29 @@ void ReplacedFile::Commit() {
         mode = (mode & ~mode_t{S_IRWXG}) | ((mode & S_IRWXO) << 3U);
     if (fchmod(mFile.Number(), mode) != 0 || fsync(mFile.Number()) != 0)
         RaiseSystem(errno, mTarget);
-    mFile.Close();
+    // Held until it has its name.
     if (rename(mTemporary.c_str(), mTarget.c_str()) != 0)
         RaiseSystem(errno, mTarget);
     mTemporary.clear();
+    mFile.Close();
+}
+
+void ReplacedFile::ClearAbandoned(const std::string& folder) {
+    const std::string_view prefix = kTemporary.substr(0, kTemporary.find('X'));
+    std::error_code failure;
+    // Who can not list the folder will hear of it when writing there.
+    for (std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failure), end;
+         !failure && entry != end; entry.increment(failure)) {
+        const std::string name = entry->path().filename();
+        if (name.size() != kTemporary.size() || !name.starts_with(prefix))
+            continue;
+        try {
+            const Descriptor file(entry->path(), O_RDWR | O_NOFOLLOW | O_NONBLOCK);
+            if (IsAbandoned(file))
+                unlink(entry->path().c_str());
+        } catch (const RunTimeError&) {
+            // Gone meanwhile, or another user's.
+            continue;
+        }
+    }
 }

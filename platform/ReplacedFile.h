@@ -46,6 +46,8 @@ public:
 
     /// Adds to the file, through a buffer. Raises error 61 where the disk is full.
     void Write(std::string_view bytes);
+    /// Writes out the buffer, so that a full disk is known before Commit.
+    void Flush();
 
     /// Where it will stand.
     const std::string& Path() const { return mTarget; }
@@ -56,9 +58,11 @@ public:
     /// Puts the file on disk and in its target's place. Raises what the disk refuses.
     void Commit();
 
-private:
-    void Flush();
+    /// Deletes what killed programs of this user have left in `folder` of files that they never committed.
+    /// One that is still being written is left alone.
+    static void ClearAbandoned(const std::string& folder);
 
+private:
     std::string mTarget;
     std::string mTemporary;
     Access mAccess;

@@ -3,6 +3,7 @@
 
 #include "core/Controls.h"
 #include "core/FormRegistry.h"
+#include "core/Globals.h"
 #include "core/HelpKey.h"
 #include "core/MenuKey.h"
 #include "core/frmCompiling.h"
@@ -141,6 +142,8 @@ void ReportWindow::Hourglass(bool isShown) {
 }
 
 void ReportWindow::View() {
+    // Each import opens the database anew under the report; another database is none of its own.
+    Report->RefreshOn([path = gDatabasePath] { return path == gDatabasePath ? gConnection : nullptr; });
     mViewer->ReportSource(Report);
     mViewer->ViewReport();
 }

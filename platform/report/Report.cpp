@@ -190,14 +190,23 @@ void Report::Stop() {
     ++mGeneration;
 }
 
+void Report::RefreshOn(std::function<std::shared_ptr<ADODB::Connection>()> connection) {
+    mData->refreshConnection = std::move(connection);
+}
+
 void Report::Refresh() {
-    const auto checkOpen = [](const Data& data) {
-        if (data.recordset != nullptr && !data.recordset->IsOpen())
+    const auto open = [this](const Data& data) {
+        if (data.recordset == nullptr || data.recordset->IsOpen())
+            return;
+        const auto connection = mData->refreshConnection ? mData->refreshConnection() : nullptr;
+        if (!connection || !connection->IsOpen())
             Raise(Errors::kRecordsetClosed);
+        data.recordset->ActiveConnection(connection);
+        data.recordset->Open();
     };
-    checkOpen(*mData);
+    open(*mData);
     for (const auto& [name, report] : mData->subreports)
-        checkOpen(*report->mData);
+        open(*report->mData);
     for (const auto& [name, report] : mData->subreports)
         report->mData->Restart();
     mData->Restart();

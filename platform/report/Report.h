@@ -134,7 +134,10 @@ public:
     void Finish();
     /// Gives up reading: what is read so far is all there is.
     void Stop();
-    /// Reads the data again from its recordset; raises error 3704 where that is closed.
+    /// What Refresh opens a recordset on whose own connection is closed.
+    void RefreshOn(std::function<std::shared_ptr<ADODB::Connection>()> connection);
+    /// Reads the data again from its recordset; raises error 3704 where that is closed, and there is no open
+    /// connection to open it on.
     void Refresh();
     /// Counts up with each Refresh, SetDataSource and Stop, so that who shows the report lays it out again.
     int Generation() const { return mGeneration; }

@@ -34,6 +34,7 @@ struct Report::Data {
 
     const Document& document;
     std::shared_ptr<ADODB::Recordset> recordset;
+    std::function<std::shared_ptr<ADODB::Connection>()> refreshConnection;
     std::optional<Formula> selection;
     RowStore rows;
     /// Of the rows as they were read, where groups sort; known when all are read.

@@ -4,6 +4,7 @@
 #include "core/Globals.h"
 #include "tests/archive/ArchiveTest.h"
 #include "tests/support/Database.h"
+#include "tests/support/NoHardLinks.h"
 #include "tests/support/SmallFiles.h"
 
 #include <sqlite3.h>
@@ -67,6 +68,14 @@ protected:
     void ExpectOverwrite(MsgBoxAnswer answer, std::function<void()> meanwhile = {}) {
         prompts.Expect(Box("Overwrite?", "Overwrite " + gDatabasePath + "?", 4 + 48 + 256), answer,
                        std::move(meanwhile));
+    }
+
+    void ExpectRefusal(const char* title, const std::string& text) {
+        prompts.Expect(Box(title, text, 16));
+        prompts.Expect(Box("Restore Failed",
+                           "Restore failed. Please check the MOVA database and make sure nobody has got the "
+                           "file open at this time.",
+                           16));
     }
 
     /// An archive of a database with the machines RESTORED1 and RESTORED2.
@@ -208,8 +217,10 @@ TEST_F(BackupTest, ARestoreTakesThePlaceOfTheOpenDatabase) {
     EXPECT_TRUE(gConnection->IsOpen());
 
     ExpectArchive(archive);
-    ExpectOverwrite(MsgBoxAnswer::No,
-                    [this] { EXPECT_EQ(form.told, std::string(kRestoreBegins) + "hourglass\narrow\n"); });
+    ExpectOverwrite(MsgBoxAnswer::No, [this] {
+        EXPECT_EQ(form.told, std::string(kRestoreBegins) + "hourglass\narrow\nhourglass\narrow\n")
+            << "it is unpacked, and beside the database";
+    });
     command.mnuRestore();
     EXPECT_TRUE(Told().ends_with("Restore done successfully\n" + std::string(kOpens) +
                                  "Your data is 18 day(s) old.\n"));
@@ -228,16 +239,60 @@ TEST_F(BackupTest, ARestoreTakesThePlaceOfTheOpenDatabase) {
 
 TEST_F(BackupTest, ARestoreLeavesTheDatabaseThatAnotherProgramWritesTo) {
     const std::string archive = MakeArchive("other.zbk");
+    const std::string path = MakeDatabase("Site.mdb", {"PC1"});
+    const std::string before = Contents(path);
+    const auto restore = [&] {
+        const OtherProgram other(path);
+        Open(path);
+        ExpectArchive(archive);
+        ExpectRefusal("Error #70", "Permission denied: " + path);
+        command.mnuRestore();
+        EXPECT_TRUE(Told().ends_with("disable\n"));
+        EXPECT_FALSE(gConnection->IsOpen());
+        EXPECT_EQ(Contents(path), before) << "its work would be lost with the file";
+        EXPECT_EQ(Files() + Files("program"), "Site.mdb Site.mdb-shm Site.mdb-wal other.zbk program ");
+    };
+    restore();
+    WithoutHardLinks(restore);
+}
+
+TEST_F(BackupTest, OnADiskWithoutLinksTheOldDatabaseKeepsItsNameUntilTheNewOneHasIt) {
+    const std::string archive = MakeArchive("other.zbk");
     Open(MakeDatabase("Site.mdb", {"PC1"}));
     const std::string before = Contents(gDatabasePath);
+    WithoutHardLinks([&] {
+        ExpectArchive(archive);
+        ExpectOverwrite(MsgBoxAnswer::No, [&] {
+            EXPECT_NE(Files().find("Site.mdb.replaced-"), std::string::npos);
+            EXPECT_TRUE(folder.Exists("Site.mdb")) << "should the console be killed now";
+        });
+        command.mnuRestore();
+        EXPECT_EQ(Contents(gDatabasePath), before);
+
+        ExpectArchive(archive);
+        ExpectOverwrite(MsgBoxAnswer::Yes);
+        command.mnuRestore();
+        EXPECT_TRUE(Told().ends_with(std::string("Restore done successfully\n") + kOpens));
+    });
     gConnection->Close();
-    const OtherProgram other(gDatabasePath);
-    Open(gDatabasePath);
+    EXPECT_NE(Contents(gDatabasePath).find("RESTORED1"), std::string::npos);
+    EXPECT_EQ(Files() + Files("program"), "Site.mdb other.zbk program ");
+}
+
+TEST_F(BackupTest, WhatPreventsARestoreAfterTheQuestionStandsOnThePanel) {
+    const std::string archive = MakeArchive("other.zbk");
+    Open(MakeDatabase("Site.mdb", {"PC1"}));
+    const std::string before = Contents(gDatabasePath);
     ExpectArchive(archive);
-    ExpectOverwrite(MsgBoxAnswer::Yes);
+    ExpectOverwrite(MsgBoxAnswer::Yes, [this] {
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+            if (entry.path().filename().string().starts_with(".velmora-"))
+                std::filesystem::remove(entry.path());
+    });
     command.mnuRestore();
-    EXPECT_TRUE(Told().ends_with(std::string("Restore done successfully\n") + kOpens));
-    EXPECT_EQ(Contents(gDatabasePath), before) << "its work would be lost with the file";
+    EXPECT_TRUE(Told().ends_with(kOpens + ("Restore failed: File not found: " + gDatabasePath + "\n")));
+    EXPECT_TRUE(gConnection->IsOpen());
+    EXPECT_EQ(Contents(gDatabasePath), before);
 }
 
 TEST_F(BackupTest, NoOldLogGetsIntoTheRestoredDatabase) {
@@ -276,6 +331,14 @@ TEST_F(BackupTest, ARestoreIntoAFullDiskOrNoFolderLeavesWhatIsThere) {
     command.mnuRestore();
     EXPECT_EQ(Told(), "Enter a backup filename name ...\n\n") << "no folder chosen";
 
+    ExpectArchive(archive);
+    prompts.Expect(Folder("Please select Restore Directory"), folder.Path("gone"));
+    ExpectRefusal("Error #76", "Path not found: " + folder.Path("gone"));
+    command.mnuRestore();
+    EXPECT_TRUE(Told().ends_with("disable\n"));
+    EXPECT_EQ(gDatabasePath, "");
+    EXPECT_EQ(Files("program"), "");
+
     Open(MakeDatabase("Site.mdb", {"PC1"}));
     const std::string before = Contents(gDatabasePath);
     ExpectArchive(archive);
@@ -288,13 +351,17 @@ TEST_F(BackupTest, ARestoreIntoAFullDiskOrNoFolderLeavesWhatIsThere) {
 }
 
 TEST(ArchiveKills, AKilledCommandCostsNothingThatWasThere) {
-    const TemporaryFolder folder;
-    SiteSize size;
-    size.machines = 6;
-    const KillReport report = KillAtRandom(folder.Path("site"), size, 30, 7);
-    for (const std::string& fault : report.faults)
-        ADD_FAILURE() << fault;
-    EXPECT_GT(report.killed, 0) << "no kill fell into a command";
+    const auto kill = [](int rounds) {
+        const TemporaryFolder folder;
+        SiteSize size;
+        size.machines = 6;
+        const KillReport report = KillAtRandom(folder.Path("site"), size, rounds, 7);
+        for (const std::string& fault : report.faults)
+            ADD_FAILURE() << fault;
+        EXPECT_GT(report.killed, 0) << "no kill fell into a command";
+    };
+    kill(30);
+    WithoutHardLinks([&] { kill(15); });
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 // still there, and nothing is written outside of the temporary folder.
 #include "core/Globals.h"
 #include "tests/archive/ArchiveTest.h"
+#include "tests/support/SmallFiles.h"
 
 #include <filesystem>
 
@@ -88,6 +89,18 @@ protected:
         prompts.Expect(Box("Overwrite?", "Overwrite " + folder.Path("Site.mdb") + "?"), MsgBoxAnswer::Yes);
     }
 
+    /// An empty `text` stands for any.
+    void ExpectFailure(const char* title, const std::string& text) {
+        Question failure = Box(title, text, 16);
+        if (text.empty())
+            failure.text.reset();
+        prompts.Expect(failure);
+        prompts.Expect(Box("Restore Failed",
+                           "Restore failed. Please check the MOVA database and make sure nobody has got the "
+                           "file open at this time.",
+                           16));
+    }
+
     /// Closes the database and tells whether it is the one from the archive.
     bool IsRestored() {
         gConnection->Close();
@@ -132,8 +145,8 @@ TEST_F(HostileArchiveTest, WhatCanNotBeUnpackedFailsTheRestore) {
                   .bytes = database,
                   .size = kGigabyte << 20U,
                   .packedSize = kGigabyte << 19U}}),
-         "Error #61", "Disk full: " + path},
-        {"larger together than the disk", RawZip({half, half}), "Error #61", "Disk full: " + path},
+         "Error #61", "Disk full: " + program},
+        {"larger together than the disk", RawZip({half, half}), "Error #61", "Disk full: " + program},
         {"a few bytes that become gigabytes",
          RawZip({{.name = "Site.mdb", .bytes = database, .size = 5 * kGigabyte}}), "Error #7",
          "The entry is too large for what it is packed in: Site.mdb"},
@@ -145,14 +158,7 @@ TEST_F(HostileArchiveTest, WhatCanNotBeUnpackedFailsTheRestore) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.why);
         Choose(c.archive);
-        Question failure = Box(c.title, c.text, 16);
-        if (c.text.empty())
-            failure.text.reset();
-        prompts.Expect(failure);
-        prompts.Expect(Box("Restore Failed",
-                           "Restore failed. Please check the MOVA database and make sure nobody has got the "
-                           "file open at this time.",
-                           16));
+        ExpectFailure(c.title, c.text);
         command.mnuRestore();
         EXPECT_TRUE(Told().ends_with("Restore in progress ...\nhourglass\narrow\ndisable\n"));
         EXPECT_FALSE(gConnection->IsOpen());
@@ -227,6 +233,20 @@ TEST_F(HostileArchiveTest, AsksBeforeOneEntryOverwritesAnother) {
     prompts.Expect(Box("Error #-1", std::string(kNotOpened) + "file is not a database"));
     command.mnuRestore();
     EXPECT_FALSE(IsRestored());
+}
+
+TEST_F(HostileArchiveTest, WithoutRoomBesideTheOldDatabaseNobodyIsAskedToOverwriteIt) {
+    // Between the unpacking, for which there is room, and the copy stands the question for the second entry.
+    Choose(RawZip({{.name = "Site.mdb", .bytes = database}, {.name = "a/Site.mdb", .bytes = "more"}}));
+    std::optional<SmallFiles> full;
+    prompts.Expect(Box("VBUnzip - File already exists", "Overwrite Site.mdb?"), MsgBoxAnswer::No,
+                   [&] { full.emplace(database.size() - 1); });
+    ExpectFailure("Error #75", "File too large: " + folder.Path("Site.mdb"));
+    command.mnuRestore();
+    full.reset();
+    EXPECT_TRUE(Told().ends_with("disable\n"));
+    EXPECT_FALSE(IsRestored());
+    EXPECT_EQ(Files() + Files("program"), "Site.mdb hostile.zbk program ");
 }
 
 TEST_F(HostileArchiveTest, ADatabaseThatDoesNotOpenGivesThePlaceBack) {

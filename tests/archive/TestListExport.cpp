@@ -37,6 +37,7 @@ TEST_F(ListExportTest, WritesTheListAsItStands) {
     EXPECT_EQ(dialog.filter, "Export File (*.csv)|*.csv");
     EXPECT_EQ(dialog.defaultExtension, "csv");
     EXPECT_EQ(dialog.folder, "/opt/velmora");
+    EXPECT_EQ(folder.Rights("list.csv"), 0600U) << "it may hold personal details";
     ExpectNoOtherFile("list.csv");
 }
 

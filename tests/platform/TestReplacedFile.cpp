@@ -128,4 +128,25 @@ TEST(ReplacedFile, AFailureToWriteLeavesTheOldFile) {
     EXPECT_EQ(folder.Names().size(), 1U);
 }
 
+TEST(ReplacedFile, OnlyWhatAKilledProgramLeftIsCleared) {
+    const TemporaryFolder folder;
+    folder.WriteFile(".velmora-abc123", "left behind");
+    folder.WriteFile(".velmora-notes.txt", "another's");
+    folder.WriteFile("backup", "old");
+    std::filesystem::create_directory(folder.Path(".velmora-folder"));
+    std::filesystem::create_symlink("backup", folder.Path(".velmora-linked"));
+    mkfifo(folder.Path(".velmora-fifo12").c_str(), 0600);
+    const std::size_t others = folder.Names().size() - 1;
+    ReplacedFile file(folder.Path("backup"));
+    file.Write("new");
+    ReplacedFile::ClearAbandoned(folder.Path());
+    EXPECT_FALSE(folder.Exists(".velmora-abc123"));
+    EXPECT_EQ(folder.Names().size(), others + 1) << "this one is being written";
+    file.Commit();
+    ReplacedFile::ClearAbandoned(folder.Path());
+    EXPECT_EQ(folder.ReadFile("backup"), "new");
+    EXPECT_EQ(folder.Names().size(), others);
+    ReplacedFile::ClearAbandoned(folder.Path("gone"));
+}
+
 } // namespace

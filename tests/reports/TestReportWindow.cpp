@@ -2,8 +2,11 @@
 // The life of the report window: what it shows when, and what happens around it meanwhile.
 #include "reports/frmAllReports.h"
 #include "tests/reports/ReportsTest.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/FixedClock.h"
 #include "tests/support/Windows.h"
 
+#include <filesystem>
 #include <functional>
 
 namespace {
@@ -52,6 +55,35 @@ TEST_F(ReportWindowTest, AReportIsReadOnceBehindTheWaitWindow) {
     ShowActive(other);
     ShowActive(*window);
     EXPECT_EQ(gRecordset, rows) << "coming back reruns nothing";
+}
+
+TEST_F(ReportWindowTest, AReportOnShowKeepsNoDatabaseOpen) {
+    const std::string database = std::filesystem::canonical(folder.Path("Demodb.mdb"));
+    const auto timesOpen = [&] {
+        int count = 0;
+        std::error_code ignored;
+        for (const auto& file : std::filesystem::directory_iterator("/proc/self/fd"))
+            count += std::filesystem::read_symlink(file.path(), ignored) == database ? 1 : 0;
+        return count;
+    };
+    const FixedClock clock(2024, 3, 15);
+    DatabaseSession session(form, prompts, clock, folder.Path(), [] {});
+    const QPointer<frmAllReports> window = Open("SELECT * FROM Net ORDER BY COMPUTERNAME");
+    Settle();
+    const std::shared_ptr<ADODB::Connection> before = gConnection;
+    Run("INSERT INTO Net (COMPUTERNAME) VALUES ('PC4')");
+    ASSERT_TRUE(session.ConnectSinDatabase(database)) << "as each import does";
+    EXPECT_FALSE(before->IsOpen());
+    EXPECT_EQ(timesOpen(), 1);
+    EXPECT_EQ(Values(*window->Report, "COMPUTERNAME"), "PC1/PC2/PC3");
+    Trigger(*window, "actRefresh");
+    Settle();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->Report->IsComplete(); }));
+    EXPECT_EQ(Values(*window->Report, "COMPUTERNAME"), "PC1/PC2/PC3/PC4") << "read on the new connection";
+    session.CloseSinDatabase(true);
+    EXPECT_EQ(timesOpen(), 0);
+    EXPECT_EQ(Values(*window->Report, "COMPUTERNAME"), "PC1/PC2/PC3/PC4");
+    EXPECT_EQ(ErrorOf([&] { window->Report->Refresh(); }), Errors::kRecordsetClosed);
 }
 
 TEST_F(ReportWindowTest, WithoutRowsNothingIsLeftButTheMessage) {

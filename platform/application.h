@@ -36,8 +36,8 @@ public:
 
     /// Lets paint and timer events through, with user input held back: no command can start within another.
     static void LetEventsThrough();
-    /// Lets them through until `window`, which was just shown, is on the screen, and paints it. A desktop that
-    /// does not bring it there in a quarter of a second is not waited for.
+    /// Lets them through until `window`, which was just shown, is on the screen, and paints it. A desktop
+    /// that does not bring it there in a quarter of a second is not waited for.
     static void LetAppear(QWidget& window);
 };
 

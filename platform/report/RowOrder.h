@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace report {
@@ -21,7 +22,8 @@ bool IsSameGroup(const Group& group, const ADODB::Value& a, const ADODB::Value& 
 /// number.
 class ValueIndex {
 public:
-    explicit ValueIndex(const Format& format = {}, bool isFlag = false) : mFormat(format), mIsFlag(isFlag) {}
+    explicit ValueIndex(Format format = {}, bool isFlag = false)
+        : mFormat(std::move(format)), mIsFlag(isFlag) {}
 
     std::uint32_t Number(const ADODB::Value& value);
     /// The place of each number among all in ascending order: what shows nothing, numbers, texts without

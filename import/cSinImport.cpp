@@ -137,10 +137,17 @@ bool cSinImport::ImportInfData(const std::string& directory, const std::string& 
         Run(files);
         return true;
     } catch (const RunTimeError& failure) {
-        return ShowFailure(failure.number, failure.description, noData);
+        return ShowFailure(failure.number, failure.description + InWhichFile(failure.number), noData);
     } catch (const std::bad_alloc&) {
         return ShowFailure(Errors::kOutOfMemory, "Out of memory", noData);
     }
+}
+
+/// Names the file in hand behind a failure that what it holds has caused.
+std::string cSinImport::InWhichFile(int failure) const {
+    const bool isOfContents =
+        failure == Errors::kOverflow || failure == Errors::kTypeMismatch || failure == Errors::kInvalidCall;
+    return isOfContents && !mFileInHand.empty() ? ": " + mFileInHand : "";
 }
 
 bool cSinImport::ShowFailure(int number, const std::string& description, bool& noData) {
@@ -195,6 +202,7 @@ void cSinImport::Run(const Files& files) {
     if (!mConnection)
         Raise(Errors::kConnectionClosed);
     mAdded.clear();
+    mFileInHand.clear();
     BeginBulkLoad(files.originals.size());
     mTransaction = std::make_unique<Transaction>(*mConnection);
     if (!files.originals.empty())
@@ -219,6 +227,7 @@ void cSinImport::ImportMachineFiles(const std::vector<File>& files, ImportType t
 
 void cSinImport::ImportMachineFile(const File& file, ImportType type, double percent) {
     cINIReader& reader = mWriters.Reader();
+    mFileInHand = file.name;
     reader.INIFilename(file.path);
     const std::string_view net = reader.GetValue("NET", "INFO0", "");
     const std::string machine = mWriters.Decoded(Record(reader.Search(), net).GetField(1));
@@ -318,6 +327,7 @@ void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {
 
 void cSinImport::ImportPersonalFile(const File& file, double percent) {
     cINIReader& reader = mWriters.Reader();
+    mFileInHand = file.name;
     reader.INIFilename(file.path);
     const std::string machine = file.name.substr(0, file.name.size() - 4);
     const std::string sql = "SELECT * FROM Net WHERE COMPUTERNAME=" + SQLText(machine);

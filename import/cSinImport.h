@@ -69,6 +69,7 @@ private:
     void ImportPersonalFile(const File& file, double percent);
     static std::uint64_t FileSize(const std::string& path);
     void SetLastImportDate(const std::string& date);
+    std::string InWhichFile(int failure) const;
     bool ShowFailure(int number, const std::string& description, bool& noData);
 
     void BeginBulkLoad(std::size_t files);
@@ -91,6 +92,8 @@ private:
     ImportEvents* mEvents;
     SectionWriters mWriters;
     std::unique_ptr<Transaction> mTransaction;
+    /// The name of the file that is read, or was read last.
+    std::string mFileInHand;
     /// The folder as it was first read: one machine after the other of it can be imported.
     std::optional<DirectoryListing> mListing;
     std::string mListed;

@@ -8,6 +8,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 
 namespace ADODB {
@@ -60,10 +61,10 @@ std::string QuotedName(std::string_view name) {
     return quoted + '"';
 }
 
-Statement::Statement(sqlite3* database, const std::string& sql) : mDatabase(database) {
-    if (sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
-                           &mHandle, nullptr) != SQLITE_OK)
-        RaiseDatabase(database);
+Statement::Statement(ConnectionState& state, const std::string& sql) : mState(state) {
+    if (sqlite3_prepare_v3(state.database, sql.data(), static_cast<int>(sql.size()),
+                           SQLITE_PREPARE_PERSISTENT, &mHandle, nullptr) != SQLITE_OK)
+        Fail();
     if (mHandle == nullptr)
         throw RunTimeError(Errors::kDatabase, "There is no statement to run");
 }
@@ -103,7 +104,7 @@ bool Statement::Step() {
     if (result == SQLITE_ROW)
         return true;
     if (result != SQLITE_DONE)
-        RaiseDatabase(mDatabase);
+        Fail();
     return false;
 }
 
@@ -113,14 +114,25 @@ void Statement::Run() {
         result = sqlite3_step(mHandle);
     // The reset returns the failure of the run, and leaves its message in place.
     if (sqlite3_reset(mHandle) != SQLITE_OK)
-        RaiseDatabase(mDatabase);
+        Fail();
+}
+
+void Statement::Fail() {
+    sqlite3* const database = mState.database;
+    constexpr int kPrimary = 0xFF;
+    // The system may have refused to map the log's index.
+    if (mState.isInTransaction && sqlite3_get_autocommit(database) != 0)
+        mState.hasLackedMemory |= (sqlite3_errcode(database) & kPrimary) == SQLITE_NOMEM ||
+                                  sqlite3_system_errno(database) == ENOMEM;
+    RaiseDatabase(database);
 }
 
 void ConnectionState::CheckOpen() const {
     if (database == nullptr)
         Raise(Errors::kConnectionClosed);
     if (isInTransaction && sqlite3_get_autocommit(database) != 0)
-        Raise(Errors::kDiskFull, "the database has undone what was not committed");
+        Raise(hasLackedMemory ? Errors::kOutOfMemory : Errors::kDiskFull,
+              "the database has undone what was not committed");
 }
 
 Statement& ConnectionState::Acquire(const std::string& sql) {
@@ -133,9 +145,8 @@ Statement& ConnectionState::Acquire(const std::string& sql) {
     auto& sameText = statements[sql];
     const auto found = std::find_if(sameText.begin(), sameText.end(),
                                     [](const auto& statement) { return !statement->inUse; });
-    Statement& statement = found != sameText.end()
-                               ? **found
-                               : *sameText.emplace_back(std::make_unique<Statement>(database, sql));
+    Statement& statement =
+        found != sameText.end() ? **found : *sameText.emplace_back(std::make_unique<Statement>(*this, sql));
     statement.inUse = true;
     return statement;
 }
@@ -356,6 +367,7 @@ void Connection::BeginTrans() {
     mState->BeforeChange();
     RunPlain(*mState, "BEGIN IMMEDIATE");
     mState->isInTransaction = true;
+    mState->hasLackedMemory = false;
 }
 
 void Connection::CommitTrans() {

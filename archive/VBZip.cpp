@@ -152,7 +152,7 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
     }
     // NOLINTNEXTLINE(bugprone-unused-return-value): closing has freed it
     static_cast<void>(archive.release());
-    target.Commit();
+    LongWork::Aside([&] { target.Commit(); });
 }
 
 /// An archive's way into a folder.

@@ -4,6 +4,7 @@
 #include "core/Admin.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 #include "core/MainForm.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -114,7 +115,7 @@ void DatabaseSession::CloseSinDatabase(bool clearPath) {
         gDatabasePath.clear();
     mForm.ClearTreeAndList();
     if (gConnection)
-        gConnection->Close();
+        gConnection->Close(LongWork::LetPaint);
 }
 
 void DatabaseSession::Activate() {

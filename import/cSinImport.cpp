@@ -68,7 +68,10 @@ int RowCount(const ManyRowSection& section, const Record& record) {
 
 class cSinImport::Transaction {
 public:
-    explicit Transaction(ADODB::Connection& connection) : mConnection(connection) { Begin(); }
+    Transaction(ADODB::Connection& connection, std::function<void()> wait)
+        : mConnection(connection), mWait(std::move(wait)) {
+        Begin();
+    }
     ~Transaction() {
         try {
             Commit();
@@ -96,7 +99,7 @@ public:
             return;
         mIsOpen = false;
         try {
-            mConnection.CommitTrans();
+            mConnection.CommitTrans(mWait);
         } catch (const RunTimeError&) {
             mConnection.RollbackTrans();
             throw;
@@ -110,6 +113,7 @@ private:
     }
 
     ADODB::Connection& mConnection;
+    std::function<void()> mWait;
     int mFiles = 0;
     bool mIsOpen = false;
 };
@@ -204,7 +208,7 @@ void cSinImport::Run(const Files& files) {
     mAdded.clear();
     mFileInHand.clear();
     BeginBulkLoad(files.originals.size());
-    mTransaction = std::make_unique<Transaction>(*mConnection);
+    mTransaction = std::make_unique<Transaction>(*mConnection, Waiting());
     if (!files.originals.empty())
         ImportMachineFiles(files.originals, ImportType::Original);
     if (!files.currents.empty())
@@ -302,17 +306,18 @@ void cSinImport::BeginBulkLoad(std::size_t files) {
 void cSinImport::EndBulkLoad() {
     if (!mIsBulkLoading)
         return;
-    const auto end = [this] {
-        mConnection->EndBulkLoad([this] {
-            if (mEvents != nullptr)
-                mEvents->StillWorking();
-        });
-    };
+    const auto end = [this] { mConnection->EndBulkLoad(Waiting()); };
     if (mTransaction)
         mTransaction->Between(end);
     else
         end();
     mIsBulkLoading = false;
+}
+
+std::function<void()> cSinImport::Waiting() const {
+    if (mEvents == nullptr)
+        return {};
+    return [this] { mEvents->StillWorking(); };
 }
 
 void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {

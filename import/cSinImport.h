@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -74,6 +75,8 @@ private:
 
     void BeginBulkLoad(std::size_t files);
     void EndBulkLoad();
+    /// Tells the listener that the import is still at work; empty where nobody listens.
+    std::function<void()> Waiting() const;
     /// Whether the machine can have rows of this configuration that the file in hand replaces.
     bool MayHaveRows(const std::string& machine, ImportType type);
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Aside.h"
 #include "platform/accessfunctions.h"
 #include "platform/accesssql.h"
 #include "platform/adodb.h"
@@ -203,7 +204,7 @@ void Connection::Open() {
     }
 }
 
-void Connection::Close() {
+void Connection::Close(const std::function<void()>& wait) {
     if (!IsOpen())
         return;
     mState->BeforeChange();
@@ -215,8 +216,14 @@ void Connection::Close() {
     sqlite3* database = std::exchange(mState->database, nullptr);
     if (sqlite3_get_autocommit(database) == 0)
         sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
-    sqlite3_wal_checkpoint_v2(database, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
-    if (sqlite3_close(database) != SQLITE_OK)
+    int result = SQLITE_OK;
+    RunAside(
+        [&] {
+            sqlite3_wal_checkpoint_v2(database, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+            result = sqlite3_close(database);
+        },
+        wait);
+    if (result != SQLITE_OK)
         throw RunTimeError(Errors::kDatabase, "The database can not be closed: " + mPath);
     const std::string log = mPath + "-wal";
     if (FileExists(log) && FileLength(log) > 0)
@@ -370,8 +377,8 @@ void Connection::BeginTrans() {
     mState->hasLackedMemory = false;
 }
 
-void Connection::CommitTrans() {
-    RunPlain(*mState, "COMMIT");
+void Connection::CommitTrans(const std::function<void()>& wait) {
+    RunAside([this] { RunPlain(*mState, "COMMIT"); }, wait);
     mState->isInTransaction = false;
 }
 
@@ -412,20 +419,21 @@ void Connection::BeginBulkLoad() {
     }
 }
 
-void Connection::EndBulkLoad(const std::function<void()>& progress) {
+void Connection::EndBulkLoad(const std::function<void()>& wait) {
     if (!IsBulkLoading())
         return;
     mState->BeforeChange();
     RunPlain(*mState, "PRAGMA foreign_keys = ON");
-    const ProgressHandler handler(mState->database, progress);
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
-    AsOne(*mState, [&] {
+    const auto build = [&] {
         constexpr std::string_view kCreate = "CREATE INDEX ";
         for (const std::string& sql : Texts(*mState, "SELECT sql FROM " + table))
             if (sql.starts_with(kCreate))
                 RunPlain(*mState, "CREATE INDEX IF NOT EXISTS " + sql.substr(kCreate.size()));
         RunPlain(*mState, "DROP TABLE " + table);
-    });
+    };
+    // The sort for an index is one long step of the engine, within which it tells of no progress.
+    RunAside([&] { AsOne(*mState, build); }, wait);
 }
 
 sqlite3* Connection::Handle() const {

@@ -60,6 +60,7 @@ public:
     bool inUse = false;
 
 private:
+    /// Raises the engine's failure, and notes where the transaction went for want of memory.
     [[noreturn]] void Fail();
 
     ConnectionState& mState;

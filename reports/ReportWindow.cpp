@@ -6,6 +6,7 @@
 #include "core/HelpKey.h"
 #include "core/MenuKey.h"
 #include "core/frmCompiling.h"
+#include "platform/Aside.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
 #include "platform/report/Viewer.h"
@@ -86,10 +87,15 @@ void ReportWindow::Show() {
     if (std::exchange(mWasShown, true))
         return;
     // Not when the desktop gives it the keyboard, which some withhold: it is at work either way.
-    QTimer::singleShot(0, this, [this] {
-        if (!mIsUnloaded)
-            FirstActivation();
-    });
+    QTimer::singleShot(0, this, &ReportWindow::Begin);
+}
+
+void ReportWindow::Begin() {
+    constexpr int kLater = 50; // milliseconds
+    if (RunsAside())
+        return QTimer::singleShot(kLater, this, &ReportWindow::Begin);
+    if (!mIsUnloaded)
+        FirstActivation();
 }
 
 void ReportWindow::Unload() {

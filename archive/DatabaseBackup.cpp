@@ -37,7 +37,8 @@ bool IsWhole() {
             *static_cast<std::string*>(text) = values[0];
         return 0;
     };
-    sqlite3_exec(gConnection->Handle(), "PRAGMA quick_check(1)", keep, &verdict, nullptr);
+    LongWork::Aside(
+        [&] { sqlite3_exec(gConnection->Handle(), "PRAGMA quick_check(1)", keep, &verdict, nullptr); });
     return verdict == "ok";
 }
 

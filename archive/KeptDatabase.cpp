@@ -2,6 +2,7 @@
 #include "archive/KeptDatabase.h"
 
 #include "archive/ShownCopy.h"
+#include "core/LongWork.h"
 #include "platform/adodb.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -117,7 +118,7 @@ void KeptDatabase::GiveWayTo(ReplacedFile& successor) {
     for (const std::string& name : mNames)
         if (!EqualNoCase(name, ownName))
             Remove(JoinPath(folder, name));
-    successor.Commit();
+    LongWork::Aside([&] { successor.Commit(); });
     mHasGivenWay = true;
     // On a disk without case the other spellings of the name are the new file itself.
     std::error_code ignored;

@@ -35,7 +35,7 @@ void ListExport::Export() {
     mContext.form.StatusText("Export in progress ...");
     ExportFile file(path);
     Write(file, captions);
-    file.Commit();
+    LongWork::Aside([&] { file.Commit(); });
     mContext.form.StatusText("Export completed ...");
     mContext.prompts.MsgBox("Exported Ok!", MsgBoxStyle::kQuestion, "Export");
 }

@@ -131,7 +131,7 @@ void MachineDump::Export(const Variant& variant) {
         WriteSection(variant, section, machine, file);
         form.ProgressValue(CInt(section.after));
     }
-    file.Commit();
+    LongWork::Aside([&] { file.Commit(); });
     form.StatusText("Export completed ...");
     mContext.prompts.MsgBox(variant.done + (variant.tellsPath ? path : ""), MsgBoxStyle::kQuestion, "Export");
     form.ProgressValue(0);

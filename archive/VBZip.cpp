@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "archive/VBZip.h"
 
+#include "archive/DeflatedFile.h"
 #include "archive/ZipFileSink.h"
 #include "core/LongWork.h"
 #include "platform/Descriptor.h"
@@ -16,6 +17,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -64,6 +66,9 @@ private:
     zip_error_t mError{};
 };
 
+/// In bytes.
+constexpr std::uint64_t kLarge = 4 * ParallelDeflate::kBlock;
+
 struct PackedFile {
     std::string path;
     std::string entryName;
@@ -90,7 +95,8 @@ std::vector<PackedFile> FilesOf(const std::string& source, const std::string& en
     return files;
 }
 
-void Add(zip_t& archive, const PackedFile& file) {
+/// Adds the file to the archive, by `large` where it is one that is compressed on all cores.
+void Add(zip_t& archive, const PackedFile& file, DeflatedFile* large) {
     // The library opens it when the archive is closed, and does not tell which file could not be.
     const Descriptor opened(file.path, O_RDONLY | O_NONBLOCK);
     struct stat status {};
@@ -99,7 +105,8 @@ void Add(zip_t& archive, const PackedFile& file) {
     // A pipe would be waited for.
     if (!S_ISREG(status.st_mode))
         Raise(Errors::kPathAccess, file.path);
-    Source source(zip_source_file(&archive, file.path.c_str(), 0, -1));
+    Source source(large != nullptr ? large->Source(*zip_get_error(&archive))
+                                   : zip_source_file(&archive, file.path.c_str(), 0, -1));
     const zip_int64_t entry =
         source ? zip_file_add(&archive, file.entryName.c_str(), source.get(), ZIP_FL_ENC_GUESS) : -1;
     if (entry < 0)
@@ -123,20 +130,30 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
     ReplacedFile::ClearAbandoned(FolderOf(path));
     ReplacedFile target(path, ReplacedFile::Rights::OwnerOnly);
     ZipFileSink sink(target);
+    // One that moves the bar by itself; smaller files, and a folder of them, would gain little.
+    std::optional<DeflatedFile> large;
+    if (files.size() == 1 && FileLength(files.front().path) >= kLarge)
+        large.emplace(files.front().path, work);
     ErrorOfLibrary error;
     Archive archive = Open(Source(sink.Source(error.Get())), ZIP_CREATE | ZIP_TRUNCATE, path, error.Get());
     for (const PackedFile& file : files)
-        Add(*archive, file);
+        Add(*archive, file, large ? &*large : nullptr);
     constexpr double kPrecision = 0.0001;
-    zip_register_progress_callback_with_state(
-        archive.get(), kPrecision,
-        [](zip_t* /*archive*/, double done, void* state) { static_cast<ShownWork*>(state)->Look(done, 1); },
-        nullptr, &work);
-    if (zip_close(archive.get()) != 0)
+    if (!large)
+        zip_register_progress_callback_with_state(
+            archive.get(), kPrecision,
+            [](zip_t* /*archive*/, double done, void* state) {
+                static_cast<ShownWork*>(state)->Look(done, 1);
+            },
+            nullptr, &work);
+    if (zip_close(archive.get()) != 0) {
+        if (large)
+            large->RaiseFailure();
         RaiseZip(*zip_get_error(archive.get()), path);
+    }
     // NOLINTNEXTLINE(bugprone-unused-return-value): closing has freed it
     static_cast<void>(archive.release());
-    target.Commit();
+    LongWork::Aside([&] { target.Commit(); });
 }
 
 /// An archive's way into a folder.

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the dump of all machines, in both its forms, against the engine's own reading of the same queries
-// with their texts put to a file as they come, in this one run. bench_exports [machines]; 10000 where none
-// are given. Ends with 1 where a limit is missed.
+// with their texts put to a file as they come, and a backup's archive packed on all cores against one packed
+// on a single core, in this one run. bench_exports [machines]; 10000 where none are given. Ends with 1 where
+// a limit is missed.
 #include "archive/MachineDump.h"
+#include "archive/VBZip.h"
 #include "bench/BareWriter.h"
 #include "bench/Measure.h"
 #include "bench/Site.h"
@@ -11,6 +13,7 @@
 #include "tests/support/FakeForm.h"
 
 #include <fcntl.h>
+#include <sched.h>
 #include <sqlite3.h>
 #include <unistd.h>
 
@@ -128,6 +131,58 @@ bool Compare(const char* what, const Workplace& place, void (MachineDump::*comma
                   Median(dumps) / Median(bares), 1.5, false);
 }
 
+double PackSeconds(const std::string& database, const std::string& archive) {
+    ExportPrompts prompts("");
+    FakeForm form;
+    return Timed([&] {
+        if (!VBZip::ZipFile({form, prompts}, database, archive))
+            throw std::runtime_error("the archive could not be packed");
+    });
+}
+
+/// Lets the program run on one of its cores only, and then on all of them again.
+class OnOneCore {
+public:
+    OnOneCore() {
+        sched_getaffinity(0, sizeof(mAll), &mAll);
+        int core = 0;
+        while (!CPU_ISSET(core, &mAll))
+            ++core;
+        cpu_set_t one;
+        CPU_ZERO(&one);
+        CPU_SET(core, &one);
+        sched_setaffinity(0, sizeof(one), &one);
+    }
+    ~OnOneCore() { sched_setaffinity(0, sizeof(mAll), &mAll); }
+    OnOneCore(const OnOneCore&) = delete;
+    OnOneCore& operator=(const OnOneCore&) = delete;
+
+    int All() const { return CPU_COUNT(&mAll); }
+
+private:
+    cpu_set_t mAll{};
+};
+
+/// On two cores the ratio would be 2 if reading and writing cost nothing.
+bool ComparePacking(const Workplace& place, const std::string& database) {
+    const std::string archive = place.Folder("out") + "/archive.zbk";
+    std::vector<double> singles;
+    std::vector<double> parallels;
+    int cores = 1;
+    for (int round = 0; round < 3; ++round) {
+        {
+            const OnOneCore single;
+            cores = single.All();
+            singles.push_back(PackSeconds(database, archive));
+        }
+        parallels.push_back(PackSeconds(database, archive));
+    }
+    std::printf("Backup: %.1f MB to %.1f MB, %.2f s on %d cores, %.2f s on one\n", MegaBytes(database),
+                MegaBytes(archive), Median(parallels), cores, Median(singles));
+    return Report("packing a backup on one core / on all cores", Median(singles) / Median(parallels),
+                  cores > 1 ? 1.6 : 0.9, true);
+}
+
 bool Measure(const Workplace& place, int machines) {
     SiteSize size;
     size.machines = machines;
@@ -143,7 +198,9 @@ bool Measure(const Workplace& place, int machines) {
     bool holds = Compare("Full Export", place, &MachineDump::mnuPopFullExport, 0);
     holds &= Compare("Export To Text", place, &MachineDump::mnuPopTxtlExport, kUsualPadding);
     gRecordset.reset();
+    gConnection->Close();
     gConnection.reset();
+    holds &= ComparePacking(place, database);
     return holds;
 }
 

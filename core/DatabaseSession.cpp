@@ -4,6 +4,7 @@
 #include "core/Admin.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 #include "core/MainForm.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -39,7 +40,7 @@ std::chrono::local_days DateFromPositions(std::string_view text) {
 void CloseSilently() {
     try {
         if (gConnection)
-            gConnection->Close();
+            gConnection->Close(LongWork::LetPaint);
     } catch (const RunTimeError&) {
     }
 }
@@ -118,7 +119,7 @@ void DatabaseSession::CloseSinDatabase(bool clearPath) {
         gDatabasePath.clear();
     mForm.ClearTreeAndList();
     if (gConnection)
-        gConnection->Close();
+        gConnection->Close(LongWork::LetPaint);
 }
 
 void DatabaseSession::Activate() {

@@ -2,6 +2,7 @@
 #include "core/LongWork.h"
 
 #include "core/MainForm.h"
+#include "platform/Aside.h"
 #include "platform/application.h"
 
 #include <algorithm>
@@ -42,8 +43,16 @@ void LongWork::Pause(const std::function<void()>& ask) {
     mForm.Pointer(MousePointer::Hourglass);
 }
 
+void LongWork::Aside(const std::function<void()>& call) {
+    RunAside(call, LetPaint);
+}
+
+void LongWork::LetPaint() {
+    Application::LetEventsThrough();
+}
+
 bool LongWork::IsRunning() {
-    return gRunning > 0;
+    return gRunning > 0 || RunsAside();
 }
 
 ShownWork::~ShownWork() {

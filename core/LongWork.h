@@ -2,6 +2,7 @@
 // Work that may take longer than a person waits: shows the main window's hourglass, and lets windows repaint
 // and timers fire in between, with user input held back until the work is over. ShownWork lets the window's
 // bar tell how far it has come. Work must be over, or paused, before a box is shown.
+// What keeps the disk or the database engine for long in one call goes aside instead (see Aside).
 #pragma once
 
 #include "core/Pace.h"
@@ -24,6 +25,10 @@ public:
     bool Look();
     /// Asks something of the user in between.
     void Pause(const std::function<void()>& ask);
+    /// Runs `call` to its end on a thread of its own, and pumps events meanwhile; see RunAside.
+    static void Aside(const std::function<void()>& call);
+    /// Pumps events once: for those who take a `wait`.
+    static void LetPaint();
     /// Whether any is under way, so that a timer's handler does not start another one within it.
     static bool IsRunning();
 

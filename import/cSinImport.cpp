@@ -68,7 +68,10 @@ int RowCount(const ManyRowSection& section, const Record& record) {
 
 class cSinImport::Transaction {
 public:
-    explicit Transaction(ADODB::Connection& connection) : mConnection(connection) { Begin(); }
+    Transaction(ADODB::Connection& connection, std::function<void()> wait)
+        : mConnection(connection), mWait(std::move(wait)) {
+        Begin();
+    }
     ~Transaction() {
         try {
             Commit();
@@ -96,7 +99,7 @@ public:
             return;
         mIsOpen = false;
         try {
-            mConnection.CommitTrans();
+            mConnection.CommitTrans(mWait);
         } catch (const RunTimeError&) {
             mConnection.RollbackTrans();
             throw;
@@ -110,6 +113,7 @@ private:
     }
 
     ADODB::Connection& mConnection;
+    std::function<void()> mWait;
     int mFiles = 0;
     bool mIsOpen = false;
 };
@@ -137,10 +141,17 @@ bool cSinImport::ImportInfData(const std::string& directory, const std::string& 
         Run(files);
         return true;
     } catch (const RunTimeError& failure) {
-        return ShowFailure(failure.number, failure.description, noData);
+        return ShowFailure(failure.number, failure.description + InWhichFile(failure.number), noData);
     } catch (const std::bad_alloc&) {
         return ShowFailure(Errors::kOutOfMemory, "Out of memory", noData);
     }
+}
+
+/// Names the file in hand behind a failure that what it holds has caused.
+std::string cSinImport::InWhichFile(int failure) const {
+    const bool isOfContents =
+        failure == Errors::kOverflow || failure == Errors::kTypeMismatch || failure == Errors::kInvalidCall;
+    return isOfContents && !mFileInHand.empty() ? ": " + mFileInHand : "";
 }
 
 bool cSinImport::ShowFailure(int number, const std::string& description, bool& noData) {
@@ -195,8 +206,9 @@ void cSinImport::Run(const Files& files) {
     if (!mConnection)
         Raise(Errors::kConnectionClosed);
     mAdded.clear();
+    mFileInHand.clear();
     BeginBulkLoad(files.originals.size());
-    mTransaction = std::make_unique<Transaction>(*mConnection);
+    mTransaction = std::make_unique<Transaction>(*mConnection, Waiting());
     if (!files.originals.empty())
         ImportMachineFiles(files.originals, ImportType::Original);
     if (!files.currents.empty())
@@ -219,6 +231,7 @@ void cSinImport::ImportMachineFiles(const std::vector<File>& files, ImportType t
 
 void cSinImport::ImportMachineFile(const File& file, ImportType type, double percent) {
     cINIReader& reader = mWriters.Reader();
+    mFileInHand = file.name;
     reader.INIFilename(file.path);
     const std::string_view net = reader.GetValue("NET", "INFO0", "");
     const std::string machine = mWriters.Decoded(Record(reader.Search(), net).GetField(1));
@@ -293,17 +306,18 @@ void cSinImport::BeginBulkLoad(std::size_t files) {
 void cSinImport::EndBulkLoad() {
     if (!mIsBulkLoading)
         return;
-    const auto end = [this] {
-        mConnection->EndBulkLoad([this] {
-            if (mEvents != nullptr)
-                mEvents->StillWorking();
-        });
-    };
+    const auto end = [this] { mConnection->EndBulkLoad(Waiting()); };
     if (mTransaction)
         mTransaction->Between(end);
     else
         end();
     mIsBulkLoading = false;
+}
+
+std::function<void()> cSinImport::Waiting() const {
+    if (mEvents == nullptr)
+        return {};
+    return [this] { mEvents->StillWorking(); };
 }
 
 void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {
@@ -318,6 +332,7 @@ void cSinImport::ImportPersonalFiles(const std::vector<File>& files) {
 
 void cSinImport::ImportPersonalFile(const File& file, double percent) {
     cINIReader& reader = mWriters.Reader();
+    mFileInHand = file.name;
     reader.INIFilename(file.path);
     const std::string machine = file.name.substr(0, file.name.size() - 4);
     const std::string sql = "SELECT * FROM Net WHERE COMPUTERNAME=" + SQLText(machine);

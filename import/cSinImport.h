@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -69,10 +70,13 @@ private:
     void ImportPersonalFile(const File& file, double percent);
     static std::uint64_t FileSize(const std::string& path);
     void SetLastImportDate(const std::string& date);
+    std::string InWhichFile(int failure) const;
     bool ShowFailure(int number, const std::string& description, bool& noData);
 
     void BeginBulkLoad(std::size_t files);
     void EndBulkLoad();
+    /// Tells the listener that the import is still at work; empty where nobody listens.
+    std::function<void()> Waiting() const;
     /// Whether the machine can have rows of this configuration that the file in hand replaces.
     bool MayHaveRows(const std::string& machine, ImportType type);
 
@@ -91,6 +95,8 @@ private:
     ImportEvents* mEvents;
     SectionWriters mWriters;
     std::unique_ptr<Transaction> mTransaction;
+    /// The name of the file that is read, or was read last.
+    std::string mFileInHand;
     /// The folder as it was first read: one machine after the other of it can be imported.
     std::optional<DirectoryListing> mListing;
     std::string mListed;

@@ -56,8 +56,8 @@ public:
 
     /// Ends every recordset that was opened on it, writes the log back into the file and closes. Raises
     /// error -1 if the log file remains, since the file alone would then not be the database. Does
-    /// nothing on a closed connection.
-    void Close();
+    /// nothing on a closed connection. Where there is a `wait`, the log is written back aside (see Aside.h).
+    void Close(const std::function<void()>& wait = {});
     bool IsOpen() const;
 
     /// Runs one statement to its end, without rows.
@@ -70,16 +70,17 @@ public:
     void EmptyTable(std::string_view table, const std::function<void()>& progress = {});
 
     void BeginTrans();
-    void CommitTrans();
+    /// Where there is a `wait`, the disk is written to aside (see Aside.h).
+    void CommitTrans(const std::function<void()>& wait = {});
     void RollbackTrans();
 
     /// Drops the indexes that no key needs, to fill an empty database faster; they are noted in the file.
     /// Until EndBulkLoad nothing checks that rows have their parents, and nothing cascades: that is the
     /// caller's care. Both must be called outside of a transaction.
     void BeginBulkLoad();
-    /// Makes the indexes anew, and calls `progress` many times a second meanwhile. Does nothing where no
-    /// bulk load has begun.
-    void EndBulkLoad(const std::function<void()>& progress = {});
+    /// Makes the indexes anew, aside where there is a `wait` (see Aside.h). Does nothing where no bulk load
+    /// has begun.
+    void EndBulkLoad(const std::function<void()>& wait = {});
     bool IsBulkLoading() const;
 
     /// The engine's own handle, for what has no shape here (checks of integrity in tests and benches).

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Aside.h"
 #include "platform/accessfunctions.h"
 #include "platform/accesssql.h"
 #include "platform/adodb.h"
@@ -8,6 +9,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 
 namespace ADODB {
@@ -60,10 +62,10 @@ std::string QuotedName(std::string_view name) {
     return quoted + '"';
 }
 
-Statement::Statement(sqlite3* database, const std::string& sql) : mDatabase(database) {
-    if (sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
-                           &mHandle, nullptr) != SQLITE_OK)
-        RaiseDatabase(database);
+Statement::Statement(ConnectionState& state, const std::string& sql) : mState(state) {
+    if (sqlite3_prepare_v3(state.database, sql.data(), static_cast<int>(sql.size()),
+                           SQLITE_PREPARE_PERSISTENT, &mHandle, nullptr) != SQLITE_OK)
+        Fail();
     if (mHandle == nullptr)
         throw RunTimeError(Errors::kDatabase, "There is no statement to run");
 }
@@ -103,7 +105,7 @@ bool Statement::Step() {
     if (result == SQLITE_ROW)
         return true;
     if (result != SQLITE_DONE)
-        RaiseDatabase(mDatabase);
+        Fail();
     return false;
 }
 
@@ -113,14 +115,25 @@ void Statement::Run() {
         result = sqlite3_step(mHandle);
     // The reset returns the failure of the run, and leaves its message in place.
     if (sqlite3_reset(mHandle) != SQLITE_OK)
-        RaiseDatabase(mDatabase);
+        Fail();
+}
+
+void Statement::Fail() {
+    sqlite3* const database = mState.database;
+    constexpr int kPrimary = 0xFF;
+    // The system may have refused to map the log's index.
+    if (mState.isInTransaction && sqlite3_get_autocommit(database) != 0)
+        mState.hasLackedMemory |= (sqlite3_errcode(database) & kPrimary) == SQLITE_NOMEM ||
+                                  sqlite3_system_errno(database) == ENOMEM;
+    RaiseDatabase(database);
 }
 
 void ConnectionState::CheckOpen() const {
     if (database == nullptr)
         Raise(Errors::kConnectionClosed);
     if (isInTransaction && sqlite3_get_autocommit(database) != 0)
-        Raise(Errors::kDiskFull, "the database has undone what was not committed");
+        Raise(hasLackedMemory ? Errors::kOutOfMemory : Errors::kDiskFull,
+              "the database has undone what was not committed");
 }
 
 Statement& ConnectionState::Acquire(const std::string& sql) {
@@ -133,9 +146,8 @@ Statement& ConnectionState::Acquire(const std::string& sql) {
     auto& sameText = statements[sql];
     const auto found = std::find_if(sameText.begin(), sameText.end(),
                                     [](const auto& statement) { return !statement->inUse; });
-    Statement& statement = found != sameText.end()
-                               ? **found
-                               : *sameText.emplace_back(std::make_unique<Statement>(database, sql));
+    Statement& statement =
+        found != sameText.end() ? **found : *sameText.emplace_back(std::make_unique<Statement>(*this, sql));
     statement.inUse = true;
     return statement;
 }
@@ -192,7 +204,7 @@ void Connection::Open() {
     }
 }
 
-void Connection::Close() {
+void Connection::Close(const std::function<void()>& wait) {
     if (!IsOpen())
         return;
     mState->BeforeChange();
@@ -204,8 +216,14 @@ void Connection::Close() {
     sqlite3* database = std::exchange(mState->database, nullptr);
     if (sqlite3_get_autocommit(database) == 0)
         sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
-    sqlite3_wal_checkpoint_v2(database, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
-    if (sqlite3_close(database) != SQLITE_OK)
+    int result = SQLITE_OK;
+    RunAside(
+        [&] {
+            sqlite3_wal_checkpoint_v2(database, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+            result = sqlite3_close(database);
+        },
+        wait);
+    if (result != SQLITE_OK)
         throw RunTimeError(Errors::kDatabase, "The database can not be closed: " + mPath);
     const std::string log = mPath + "-wal";
     if (FileExists(log) && FileLength(log) > 0)
@@ -356,10 +374,11 @@ void Connection::BeginTrans() {
     mState->BeforeChange();
     RunPlain(*mState, "BEGIN IMMEDIATE");
     mState->isInTransaction = true;
+    mState->hasLackedMemory = false;
 }
 
-void Connection::CommitTrans() {
-    RunPlain(*mState, "COMMIT");
+void Connection::CommitTrans(const std::function<void()>& wait) {
+    RunAside([this] { RunPlain(*mState, "COMMIT"); }, wait);
     mState->isInTransaction = false;
 }
 
@@ -400,20 +419,21 @@ void Connection::BeginBulkLoad() {
     }
 }
 
-void Connection::EndBulkLoad(const std::function<void()>& progress) {
+void Connection::EndBulkLoad(const std::function<void()>& wait) {
     if (!IsBulkLoading())
         return;
     mState->BeforeChange();
     RunPlain(*mState, "PRAGMA foreign_keys = ON");
-    const ProgressHandler handler(mState->database, progress);
     const std::string table = std::string("\"") + kBulkLoadTable + "\"";
-    AsOne(*mState, [&] {
+    const auto build = [&] {
         constexpr std::string_view kCreate = "CREATE INDEX ";
         for (const std::string& sql : Texts(*mState, "SELECT sql FROM " + table))
             if (sql.starts_with(kCreate))
                 RunPlain(*mState, "CREATE INDEX IF NOT EXISTS " + sql.substr(kCreate.size()));
         RunPlain(*mState, "DROP TABLE " + table);
-    });
+    };
+    // The sort for an index is one long step of the engine, within which it tells of no progress.
+    RunAside([&] { AsOne(*mState, build); }, wait);
 }
 
 sqlite3* Connection::Handle() const {

@@ -38,10 +38,12 @@ struct Column {
     int definedSize;
 };
 
+struct ConnectionState;
+
 /// A prepared statement and the columns of its rows.
 class Statement {
 public:
-    Statement(sqlite3* database, const std::string& sql);
+    Statement(ConnectionState& state, const std::string& sql);
     ~Statement() { sqlite3_finalize(mHandle); }
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
@@ -58,7 +60,10 @@ public:
     bool inUse = false;
 
 private:
-    sqlite3* mDatabase;
+    /// Raises the engine's failure, and notes where the transaction went for want of memory.
+    [[noreturn]] void Fail();
+
+    ConnectionState& mState;
     sqlite3_stmt* mHandle = nullptr;
     std::vector<Column> mColumns;
 };
@@ -81,9 +86,11 @@ struct ConnectionState {
     /// Those of the dependents that have a slow reader.
     std::vector<Dependent*> watched;
     bool isInTransaction = false;
+    /// Whether the engine has undone the transaction for want of memory.
+    bool hasLackedMemory = false;
 
-    /// Raises error 3709 on a closed connection, and error 61 where the engine has undone the transaction:
-    /// what would follow it must not be written as if it were a whole.
+    /// Raises error 3709 on a closed connection, and error 61 where the engine has undone the transaction, or
+    /// error 7 where it was short of memory: what would follow must not be written as if it were a whole.
     void CheckOpen() const;
     /// To be called before the database is written to or closed.
     void BeforeChange() {

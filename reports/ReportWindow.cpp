@@ -7,6 +7,7 @@
 #include "core/HelpKey.h"
 #include "core/MenuKey.h"
 #include "core/frmCompiling.h"
+#include "platform/Aside.h"
 #include "platform/application.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
@@ -88,15 +89,20 @@ void ReportWindow::Show() {
     if (std::exchange(mWasShown, true))
         return;
     // Not when the desktop gives it the keyboard, which some withhold: it is at work either way.
-    QTimer::singleShot(0, this, [this] {
-        if (mIsUnloaded)
-            return;
-        // A query may take long, so the window is painted first.
-        const QPointer<ReportWindow> self(this);
-        Application::LetAppear(*this);
-        if (self && !mIsUnloaded)
-            FirstActivation();
-    });
+    QTimer::singleShot(0, this, &ReportWindow::Begin);
+}
+
+void ReportWindow::Begin() {
+    constexpr int kLater = 50; // milliseconds
+    if (RunsAside())
+        return QTimer::singleShot(kLater, this, &ReportWindow::Begin);
+    if (mIsUnloaded)
+        return;
+    // A query may take long, so the window is painted first.
+    const QPointer<ReportWindow> self(this);
+    Application::LetAppear(*this);
+    if (self && !mIsUnloaded)
+        FirstActivation();
 }
 
 void ReportWindow::Unload() {

@@ -2,8 +2,9 @@
 // What the three report windows have in common: the viewer that fills them, the commands of their File menu,
 // and their life. A report window belongs to itself, like the wait window: it is unloaded through the
 // registry, by its menu or by its frame, and is destroyed when no handler of it runs.
-// Nothing holds input back while a report is compiled: the user may close the window, or choose another
-// report in the main window, in the middle of it.
+// While the engine searches and sorts for the first row, windows paint, and input is held back. Nothing holds
+// it back while the rows are read: the user may close the window, or choose another report in the main window,
+// in the middle of it.
 #pragma once
 
 #include "platform/report/Report.h"
@@ -75,6 +76,8 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// Compiles the report, as soon as no other work has the database to itself.
+    void Begin();
     void BuildMenu(std::span<const MenuRow> rows);
     void Run(void (*click)(ReportWindow& window));
 

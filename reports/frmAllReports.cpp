@@ -3,6 +3,7 @@
 
 #include "core/FileModule.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 #include "platform/errors.h"
 #include "platform/prompts.h"
 #include "platform/report/Viewer.h"
@@ -63,8 +64,13 @@ void frmAllReports::Compile() {
     // Other commands put their own in the shared variable meanwhile; the report keeps this one.
     const std::shared_ptr<ADODB::Recordset> rows = gRecordset;
     rows->Open(QueryString, gConnection, ADODB::Cursor::Keyset, ADODB::Lock::ReadOnly);
-    if (rows->EndOfFile()) {
-        const QPointer<frmAllReports> self(this);
+    const QPointer<frmAllReports> self(this);
+    // To sort the rows is one long step of the engine.
+    bool isEmpty = false;
+    LongWork::Aside([&] { isEmpty = rows->EndOfFile(); });
+    if (!self)
+        return;
+    if (isEmpty) {
         UnloadWaitWindow();
         Context().prompts.MsgBox(
             "There's no data to display on the report. Please select some other criteria "

@@ -10,7 +10,7 @@ packages=(
     g++ cmake ninja-build ccache pkg-config git
     # libraries
     qt6-base-dev qt6-svg-dev qt6-tools-dev qt6-charts-dev libqt6opengl6-dev
-    libsqlite3-dev libtomlplusplus-dev libxlsxwriter-dev libzip-dev libcups2-dev
+    libsqlite3-dev libtomlplusplus-dev libxlsxwriter-dev libzip-dev zlib1g-dev libcups2-dev
     # running: fonts, pictures, the help file's reader, the printers' client
     fonts-dejavu-core qt6-qpa-plugins libqt6sql6-sqlite cups-client
     # tests, benches, fuzzing, checks

@@ -181,6 +181,12 @@ void Report::Finish() {
     }
 }
 
+void Report::WhileSearching(const std::function<void()>& wait) {
+    mData->wait = wait;
+    for (const auto& [name, report] : mData->subreports)
+        report->WhileSearching(wait);
+}
+
 void Report::Stop() {
     if (IsComplete())
         return;

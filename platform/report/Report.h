@@ -132,6 +132,8 @@ public:
     bool IsComplete() const;
     /// Reads all that is left.
     void Finish();
+    /// Searches and sorts for the first row aside, with `wait` called meanwhile; see Aside.h.
+    void WhileSearching(const std::function<void()>& wait);
     /// Gives up reading: what is read so far is all there is.
     void Stop();
     /// What Refresh opens a recordset on whose own connection is closed.

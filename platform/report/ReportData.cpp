@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/ReportData.h"
 
+#include "platform/Aside.h"
 #include "platform/errors.h"
 #include "platform/text.h"
 
@@ -72,6 +73,8 @@ void Report::Data::Read(Clock::time_point end) {
             if (!recordset->IsAtStart())
                 recordset->MoveFirst();
             mHasStarted = true;
+            // To sort the rows is one long step of the engine.
+            RunAside([this] { recordset->EndOfFile(); }, wait);
         }
         while (!recordset->EndOfFile()) {
             for (std::size_t i = 0; i < mBindings.size(); ++i) {

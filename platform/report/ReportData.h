@@ -7,6 +7,7 @@
 #include "platform/report/RowOrder.h"
 
 #include <exception>
+#include <functional>
 #include <map>
 #include <optional>
 
@@ -35,6 +36,8 @@ struct Report::Data {
     const Document& document;
     std::shared_ptr<ADODB::Recordset> recordset;
     std::function<std::shared_ptr<ADODB::Connection>()> refreshConnection;
+    /// Called while the first row is searched for.
+    std::function<void()> wait;
     std::optional<Formula> selection;
     RowStore rows;
     /// Of the rows as they were read, where groups sort; known when all are read.

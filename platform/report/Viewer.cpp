@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/report/Viewer.h"
 
+#include "platform/Aside.h"
+#include "platform/application.h"
 #include "platform/errors.h"
 #include "platform/report/PageSetupDialog.h"
 #include "platform/report/ViewerImplementation.h"
@@ -86,6 +88,7 @@ void Viewer::Implementation::Take(std::shared_ptr<Report> source) {
         if ((format.width > format.height) != isLandscape)
             format = UsualFormat(isLandscape);
         generation = report->Generation();
+        report->WhileSearching(Application::LetEventsThrough);
     }
     LayOutAnew(false);
 }
@@ -118,7 +121,8 @@ void Viewer::Implementation::LayOutAnew(bool keepsPlace) {
 }
 
 bool Viewer::Implementation::Work() {
-    if (isHeld || !report)
+    // The report may share its database with a call that is aside.
+    if (isHeld || !report || RunsAside())
         return isBusy;
     try {
         if (report->Generation() != generation) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A database goes into an archive and comes back from it.
+#include "archive/VBZip.h"
 #include "bench/ArchiveKills.h"
 #include "core/Globals.h"
 #include "tests/archive/ArchiveTest.h"
@@ -11,8 +12,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <iterator>
+#include <random>
 
 namespace {
 
@@ -131,6 +135,50 @@ TEST_F(BackupTest, ASiteComesBackRowForRowInAFreshFolder) {
     EXPECT_EQ(Contents(gDatabasePath), Contents(folder.Path("Site.mdb")));
     EXPECT_TRUE(Contents(gDatabasePath).starts_with("ok\n"));
     EXPECT_EQ(Files("program") + Files("fresh"), "Site.mdb ") << "nothing temporary is left";
+}
+
+TEST_F(BackupTest, ALargeFileIsPackedInBlocksThatEveryReaderTakes) {
+    const auto bytes = [](std::size_t length) {
+        // Text of a database, and now and then what can not be packed: a block may grow.
+        std::mt19937 random(7);
+        std::string all;
+        while (all.size() < length)
+            if (random() % 30000 == 0)
+                std::generate_n(std::back_inserter(all), 300000, [&] { return static_cast<char>(random()); });
+            else
+                all += "Machine " + std::to_string(random()) + ", Intel Pentium;";
+        all.resize(length);
+        return all;
+    };
+    constexpr std::size_t kBlock = std::size_t{256} << 10U;
+    const struct {
+        const char* why;
+        std::size_t length;
+    } cases[] = {
+        {"the largest that the library packs by itself", 4 * kBlock - 1},
+        {"ends with a block", 4 * kBlock},
+        {"ends within a block", 9 * kBlock + 17},
+    };
+    std::filesystem::create_directory(folder.Path("out"));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.why);
+        const std::string source = folder.WriteFile("Large.mdb", bytes(c.length));
+        const std::string archive = folder.Path("large.zbk");
+        ASSERT_TRUE(VBZip::ZipFile({form, prompts}, source, archive));
+        EXPECT_EQ(Shell("unzip -tq " + archive), "No errors detected in compressed data of " + archive + ".");
+        EXPECT_EQ(Shell("python3 -c \"import zipfile; z = zipfile.ZipFile('" + archive +
+                        "'); i = z.infolist()[0]; print(i.filename, i.compress_type, z.read(i) == open('" +
+                        source + "', 'rb').read(), i.file_size > i.compress_size * 1.5)\""),
+                  "Large.mdb 8 True True");
+        ASSERT_TRUE(VBZip::UnzipFile({form, prompts}, archive, folder.Path("out")));
+        EXPECT_TRUE(folder.ReadFile("out/Large.mdb") == folder.ReadFile("Large.mdb"));
+        std::filesystem::remove(folder.Path("out/Large.mdb"));
+    }
+    const SmallFiles full(300000);
+    const std::string archive = folder.Path("failed.zbk");
+    prompts.Expect(Box("Error #75", "File too large: " + archive, 16));
+    EXPECT_FALSE(VBZip::ZipFile({form, prompts}, folder.Path("Large.mdb"), archive)) << "in the middle";
+    EXPECT_EQ(Files(), "Large.mdb large.zbk out program ");
 }
 
 TEST_F(BackupTest, AnswersBeforeABackup) {

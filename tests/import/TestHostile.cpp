@@ -108,7 +108,7 @@ TEST_F(HostileTest, CountsAreBelievedWithinSixteenBits) {
         EXPECT_EQ(Count("UninstallData"), c.rows) << c.why;
     }
     for (const char* count : {"32768", "40000", "1e300"}) {
-        prompts.Expect(Box("Error# 6", "Overflow"), MsgBoxAnswer::OK);
+        prompts.Expect(Box("Error# 6", "Overflow: BAD.org"), MsgBoxAnswer::OK);
         EXPECT_FALSE(
             ImportFile(Bad("[DEVICE]\r\nINFO0=4|", "[DEVICE]\r\nINFO0=" + std::string(count) + "|")));
         EXPECT_EQ(Count("UninstallData"), "2") << "rows already written stay";

@@ -159,6 +159,19 @@ TEST_F(ADODBTest, IndexesOfAKilledBulkLoadComeBackAtTheNextOpening) {
     EXPECT_EQ(One("SELECT COUNT(*) FROM PC WHERE COMPUTERNAME='PC2'"), "0") << "deletes cascade again";
 }
 
+TEST_F(ADODBTest, WhatIsUndoneForWantOfMemoryIsNoFullDisk) {
+    const char* const change = "UPDATE PC SET RAM = RAM";
+    connection->Execute(change);
+    connection->BeginTrans();
+    const sqlite3_int64 before = sqlite3_hard_heap_limit64(sqlite3_memory_used());
+    EXPECT_EQ(ErrorOf([&] { connection->Execute(change); }), Errors::kDatabase);
+    sqlite3_hard_heap_limit64(before);
+    EXPECT_NE(sqlite3_get_autocommit(connection->Handle()), 0) << "the engine has undone all of it";
+    EXPECT_EQ(ErrorOf([&] { connection->Execute("DELETE * FROM PC"); }), Errors::kOutOfMemory);
+    connection->RollbackTrans();
+    EXPECT_EQ(One("SELECT COUNT(*) FROM PC"), "2");
+}
+
 TEST_F(ADODBTest, AnEmptiedTableTakesAlongWhatADeleteWould) {
     RunSQL(*connection,
            "CREATE TABLE Device (ID TEXT PRIMARY KEY, Name TEXT COLLATE NOCASE NOT NULL REFERENCES net"

@@ -2,6 +2,7 @@
 // The main window's frame: its settings, its bars and views, and what is available when.
 #include "browser/ListView.h"
 #include "browser/PaneLayout.h"
+#include "browser/TreeModel.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
 #include "platform/errors.h"
@@ -11,6 +12,8 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include <filesystem>
 
 namespace {
 
@@ -96,6 +99,15 @@ TEST_F(MainWindowTest, ASettingThatIsNoNumberIsReported) {
     Load();
     form->close();
     EXPECT_NE(Stored("MainLeft"), "left") << "the next start is whole again";
+}
+
+TEST_F(MainWindowTest, OpensWithoutAStoreThatCanBeWrittenAndSaysSoOnce) {
+    MakeDatabase({{"PC1", "20240315", "08:00:00"}});
+    std::filesystem::create_directory(folder.Path("settings.ini"));
+    prompts.Expect(Question{Question::Kind::Box, "Error#75", {}, MsgBoxStyle::kCritical});
+    Load();
+    EXPECT_EQ(Tree().Machines().size(), 1U);
+    EXPECT_TRUE(IsEnabled("mnuCloseDatabase"));
 }
 
 TEST_F(MainWindowTest, ClosedWhileMinimisedItKeepsTheStoredPlace) {

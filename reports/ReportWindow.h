@@ -3,8 +3,8 @@
 // and their life. A report window belongs to itself, like the wait window: it is unloaded through the
 // registry, by its menu or by its frame, and is destroyed when no handler of it runs.
 // While the engine searches and sorts for the first row, windows paint, and input is held back. Nothing holds
-// it back while the rows are read: the user may close the window, or choose another report in the main window,
-// in the middle of it.
+// it back while the rows are read: the user may close the window, or choose another report in the main
+// window, in the middle of it.
 #pragma once
 
 #include "platform/report/Report.h"

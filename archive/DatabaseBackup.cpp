@@ -8,6 +8,7 @@
 #include "core/DatabaseSession.h"
 #include "core/FileModule.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 #include "core/MainForm.h"
 #include "platform/errors.h"
 #include "platform/files.h"

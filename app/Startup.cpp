@@ -7,6 +7,7 @@
 #include "core/ConsoleSettings.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
+#include "core/LongWork.h"
 #include "core/MainForm.h"
 #include "core/frmSplash.h"
 #include "import/cSinImport.h"
@@ -179,7 +180,7 @@ bool Startup::RebuildDatabase() {
             MsgBoxStyle::kQuestion, "Template.sdb Not Found");
         return false;
     }
-    DeleteDatabase(database);
+    LongWork::Aside([&] { DeleteDatabase(database); });
     CopyFile(*emptyDatabase, database);
     gDatabasePath = WithoutNuls(database);
     return true;

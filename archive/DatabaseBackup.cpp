@@ -191,7 +191,7 @@ void DatabaseBackup::RestoreFrom(const std::string& archive, const std::string& 
     if (!name.empty()) {
         const std::string unpacked = JoinPath(folder, name);
         isReady = Succeeds([&] { successor.emplace(mForm, unpacked); });
-        unlink(unpacked.c_str());
+        LongWork::Aside([&] { unlink(unpacked.c_str()); });
     }
     // Stays where the archive held more.
     rmdir(folder.c_str());
@@ -247,7 +247,7 @@ void DatabaseBackup::Reopen(std::optional<Successor>& successor) {
         return;
     }
     if (successor)
-        successor->replaced.Release();
+        LongWork::Aside([&] { successor->replaced.Release(); });
     mForm.StatusText("Opening Database ... Please wait");
     mForm.OpenSinDatabase();
     mForm.EnableDatabaseCommands();

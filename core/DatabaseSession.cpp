@@ -207,7 +207,7 @@ void DatabaseSession::CreateDatabase() {
         if (answer != MsgBoxAnswer::Yes)
             return;
     }
-    DeleteDatabase(path);
+    LongWork::Aside([&] { DeleteDatabase(path); });
     CopyFile(*emptyDatabase, path);
     gDatabasePath = path;
     if (mForm.ConnectSinDatabase(gDatabasePath)) {

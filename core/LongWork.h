@@ -2,7 +2,8 @@
 // Work that may take longer than a person waits: shows the main window's hourglass, and lets windows repaint
 // and timers fire in between, with user input held back until the work is over. ShownWork lets the window's
 // bar tell how far it has come. Work must be over, or paused, before a box is shown.
-// What keeps the disk or the database engine for long in one call goes aside instead (see Aside).
+// What keeps the disk or the database engine for long in one call, the removal of a large file too, goes
+// aside instead (see Aside).
 #pragma once
 
 #include "core/Pace.h"

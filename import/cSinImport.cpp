@@ -198,6 +198,8 @@ cSinImport::Files cSinImport::Scan(const std::string& directory, const std::stri
             add(files.currents, stem + "org", original);
         if (const auto personal = listing.Find(stem + "pnf"))
             add(files.personals, stem + "pnf", *personal);
+        if (mEvents != nullptr)
+            mEvents->StillWorking();
     }
     return files;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The text of a settings file in the toolkit's own form, so that files stay what they were: "[section]"
 // lines, and "key=value" lines with escaped values. Sections and keys are plain words here, kept as they are
-// written;
-// "\" parts the levels of a key. Of equal keys the last counts. Comments and lines that are neither are lost.
+// written; "\" parts the levels of a key. Of equal keys the last counts. Comments and lines that are neither
+// are lost.
 #pragma once
 
 #include <optional>

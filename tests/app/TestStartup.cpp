@@ -35,10 +35,13 @@ TEST_F(StartupTest, EndsInTheMainWindowWithTheImportedMachines) {
 
 TEST_F(StartupTest, WaitsForTheCollectorAndSurvivesAClickOnTheSplash) {
     processes.exitCodes = {RunningProcess::kStillActive, RunningProcess::kStillActive, 0};
-    QTimer::singleShot(100, [] {
-        ASSERT_NE(frmSplash::Loaded(), nullptr);
-        QTest::mouseClick(frmSplash::Loaded()->findChild<QLabel*>("lblStatus"), Qt::LeftButton);
-    });
+    processes.onStart = [write = processes.onStart] {
+        write();
+        QTimer::singleShot(0, [] {
+            ASSERT_NE(frmSplash::Loaded(), nullptr);
+            QTest::mouseClick(frmSplash::Loaded()->findChild<QLabel*>("lblStatus"), Qt::LeftButton);
+        });
+    };
     ASSERT_TRUE(Start());
     EXPECT_FALSE(FormRegistry::Instance().IsLoaded("frmSplash"));
     EXPECT_EQ(Machines(), "PC1");

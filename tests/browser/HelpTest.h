@@ -32,7 +32,7 @@ protected:
         Action(item).trigger();
         ASSERT_NE(Help(), nullptr);
         ASSERT_TRUE(QTest::qWaitForWindowActive(Help()));
-        ASSERT_TRUE(QTest::qWaitFor([] {
+        ASSERT_TRUE(Eventually([] {
             return In<QTreeView>("tvContents").model()->rowCount() > 0 &&
                    In<QListView>("lstIndex").model()->rowCount() > 0;
         }));

@@ -70,7 +70,7 @@ TEST_F(AssistanceTest, InputWaitsUntilTheImportIsOver) {
     LoadAndShow();
     MoveCounter counter;
     QCursor::setPos(form->geometry().topLeft() + QPoint(20, 200));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return counter.moves > 0; })) << "a moved pointer tells the window";
+    ASSERT_TRUE(Eventually([&] { return counter.moves > 0; })) << "a moved pointer tells the window";
     counter.moves = 0;
     int looks = 0;
     QTimer timer;
@@ -85,7 +85,7 @@ TEST_F(AssistanceTest, InputWaitsUntilTheImportIsOver) {
     EXPECT_EQ(looks, 3) << "the window lives while it imports";
     EXPECT_EQ(counter.moves, 0);
     EXPECT_EQ(gMachineCount, 4);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return counter.moves > 0; })) << "and is not lost";
+    EXPECT_TRUE(Eventually([&] { return counter.moves > 0; })) << "and is not lost";
 }
 
 } // namespace

@@ -225,7 +225,7 @@ protected:
     template <typename Work>
     static void Run(QDialog& dialog, const Work& work) {
         QTimer::singleShot(0, &dialog, [&] {
-            EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &dialog; }));
+            EXPECT_TRUE(Eventually([&] { return QApplication::activeWindow() == &dialog; }));
             work();
             dialog.reject();
         });
@@ -243,7 +243,7 @@ TEST_F(DialogHelpTest, F1OpensThePageOfTheDialogBesideIt) {
         EXPECT_EQ(Shown(), "menus.html#help");
         EXPECT_EQ(QApplication::focusWidget(), &Page()) << "ready to be read";
         auto& contents = In<QTreeView>("tvContents");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return contents.currentIndex().isValid(); }));
+        EXPECT_TRUE(Eventually([&] { return contents.currentIndex().isValid(); }));
         EXPECT_EQ(contents.currentIndex().data().toString(), "Menus and toolbar");
         EXPECT_EQ(Shown(), "menus.html#help") << "which does not lead away from the place";
         Press(Qt::Key_Home, Qt::AltModifier);
@@ -267,7 +267,7 @@ TEST_F(DialogHelpTest, F1OpensThePageOfTheDialogBesideIt) {
 TEST_F(DialogHelpTest, TheImportDialogHasItsPage) {
     LoadWithHelp();
     const NextDialog import([](QDialog& dialog) {
-        ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &dialog; }));
+        ASSERT_TRUE(Eventually([&] { return QApplication::activeWindow() == &dialog; }));
         Press(Qt::Key_F1);
         EXPECT_EQ(Shown(), "import.html#window");
         dialog.close();
@@ -289,7 +289,7 @@ TEST_F(DialogHelpTest, ASearchThatWasClearedStaysClear) {
         Press(Qt::Key_Return);
     }
     auto& hits = In<QListWidget>("lstHits");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return hits.count() > 0; }));
+    ASSERT_TRUE(Eventually([&] { return hits.count() > 0; }));
     EXPECT_EQ(hits.item(0)->data(Qt::UserRole).toUrl().fileName(), "collector.html");
 }
 

@@ -17,7 +17,7 @@ TEST_F(HelpTest, F1OpensTheContentsAtTheFirstPage) {
     EXPECT_FALSE(Page().toPlainText().contains("SPDX")) << "what is no text of the page";
     auto& contents = In<QTreeView>("tvContents");
     EXPECT_TRUE(contents.hasFocus());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return contents.currentIndex().isValid(); }));
+    ASSERT_TRUE(Eventually([&] { return contents.currentIndex().isValid(); }));
     EXPECT_EQ(contents.currentIndex().data().toString(), "MOVA Administration Module");
 
     Press(Qt::Key_Down);
@@ -65,7 +65,7 @@ TEST_F(HelpTest, SearchFindsThePageByAWordThatStandsThereAlone) {
         hits.clear();
         In<QLabel>("lblHits").clear();
         Press(Qt::Key_Return);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return count.text() != "Searching..."; })) << c.why;
+        ASSERT_TRUE(Eventually([&] { return count.text() != "Searching..."; })) << c.why;
         ASSERT_EQ(hits.count(), *c.page == '\0' ? 0 : 1) << c.why;
         if (hits.count() == 0)
             continue;
@@ -75,7 +75,7 @@ TEST_F(HelpTest, SearchFindsThePageByAWordThatStandsThereAlone) {
 
     In<QLineEdit>("txtSearch").setText("lpoptions");
     Press(Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return hits.count() == 1; }));
+    ASSERT_TRUE(Eventually([&] { return hits.count() == 1; }));
     Press(Qt::Key_Down);
     Press(Qt::Key_Down);
     EXPECT_EQ(Shown(), "printers.html");

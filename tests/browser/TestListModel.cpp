@@ -8,6 +8,7 @@
 #include "browser/TypeAhead.h"
 #include "platform/text.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/Windows.h"
 
 #include <QAbstractItemModelTester>
 #include <QGuiApplication>
@@ -307,6 +308,7 @@ protected:
 
     ListModel list;
     TypeAhead keys;
+    const TypingPause pause{TypingPause::Endless};
 };
 
 TEST_F(TypeAheadTest, LettersThatFollowEachOtherNarrowTheSearch) {
@@ -328,9 +330,8 @@ TEST_F(TypeAheadTest, TheSameLetterAgainWalksTheRows) {
 
 TEST_F(TypeAheadTest, APauseBeginsANewText) {
     EXPECT_EQ(keys.Find(list, -1, "q"), 5);
-    QTest::qWait(QGuiApplication::styleHints()->keyboardInputInterval() + 50);
+    const TypingPause over(TypingPause::None);
     EXPECT_EQ(keys.Find(list, 5, "a"), 1);
-    QTest::qWait(QGuiApplication::styleHints()->keyboardInputInterval() + 50);
     EXPECT_EQ(keys.Find(list, -1, QString::fromUtf8("\xC3\xA4")), 4) << "such letters have two cases, too";
     list.ClearItems();
     EXPECT_EQ(keys.Find(list, -1, "l"), -1);

@@ -36,7 +36,7 @@ TEST_F(ReportMenuTest, EachItemOpensItsReportUnderItsOwnCaption) {
         item.trigger();
         EXPECT_EQ(TitleOf("frmAllReports"), item.text().toStdString());
         QTest::qWait(1);
-        EXPECT_TRUE(QTest::qWaitFor([] { return !FormRegistry::Instance().IsLoaded("frmCompiling"); }));
+        EXPECT_TRUE(Eventually([] { return !FormRegistry::Instance().IsLoaded("frmCompiling"); }));
         EXPECT_TRUE(FormRegistry::Instance().IsLoaded("frmAllReports")) << row.menuItem;
         EXPECT_TRUE(form->isEnabled() && QApplication::activeModalWidget() == nullptr);
     }
@@ -54,7 +54,7 @@ TEST_F(ReportMenuTest, TheOtherItemsHaveWindowsOfTheirOwn) {
     });
     Action("mnuCustomReport").trigger();
     EXPECT_EQ(list, "Custom Reports Available");
-    EXPECT_TRUE(QTest::qWaitFor([] { return !FormRegistry::Instance().IsLoaded("frmCompiling"); }));
+    EXPECT_TRUE(Eventually([] { return !FormRegistry::Instance().IsLoaded("frmCompiling"); }));
     form->close();
     EXPECT_TRUE(FormRegistry::Instance().Windows().empty()) << "reports go with the main window";
 }

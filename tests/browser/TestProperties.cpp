@@ -36,7 +36,7 @@ protected:
         window->ComputerName(machine);
         window->show();
         window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::focusWidget() == Tabs().tabBar(); }));
+        ASSERT_TRUE(Eventually([this] { return QApplication::focusWidget() == Tabs().tabBar(); }));
     }
     /// The keys that bring the tab to the front, from wherever the focus is.
     void TurnTo(int tab) const {

@@ -128,7 +128,7 @@ TEST_F(SplashTest, TheTimerUnloadsItOnceItIsEnabled) {
     QTest::qWait(20);
     ASSERT_NE(frmSplash::Loaded(), nullptr) << "it must not close during the wait for the collector";
     frmSplash::Loaded()->TimerEnabled(true);
-    EXPECT_TRUE(QTest::qWaitFor([] { return frmSplash::Loaded() == nullptr; }, 2000));
+    EXPECT_TRUE(Eventually([] { return frmSplash::Loaded() == nullptr; }));
 }
 
 TEST_F(SplashTest, UnloadedTwiceItIsUnloadedOnce) {

@@ -26,7 +26,7 @@ void WhenOpen(std::function<void(Dialog&)> act) {
         EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
         act(*dialog);
         // A button that is worked by its letter goes down for a moment first.
-        if (!QTest::qWaitFor([&] { return !dialog->isVisible(); }, 2000)) {
+        if (!Eventually([&] { return !dialog->isVisible(); })) {
             ADD_FAILURE() << "the dialog was not answered";
             dialog->reject();
         }

@@ -83,7 +83,7 @@ protected:
     }
     /// Lets the viewer work by itself until it has nothing more to do.
     void WaitUntilIdle() {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return Find<QProgressBar>("pgbWork")->isHidden(); }, 20'000));
+        EXPECT_TRUE(Eventually([this] { return Find<QProgressBar>("pgbWork")->isHidden(); }));
     }
     /// A report of `count` programs by machine, complete.
     void Show(int count) {
@@ -218,7 +218,7 @@ TEST_F(ViewerTest, ZoomsByKeysWheelAndFit) {
     EXPECT_EQ(Pages()->horizontalScrollBar()->maximum(), 0);
     const double narrow = Pages()->Zoom();
     viewer->resize(viewer->width() + 200, viewer->height());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Pages()->Zoom() > narrow; })) << "what fits goes on to fit";
+    EXPECT_TRUE(Eventually([&] { return Pages()->Zoom() > narrow; })) << "what fits goes on to fit";
 }
 
 TEST_F(ViewerTest, FindsOnAndBackAndAroundTheEnd) {
@@ -246,7 +246,7 @@ TEST_F(ViewerTest, FindsOnAndBackAndAroundTheEnd) {
         if (*step.sought != '\0')
             text->setText(step.sought);
         QTest::keyClick(text, Qt::Key_Return, step.modifiers);
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !Find<QAction>("actStop")->isEnabled(); }));
+        ASSERT_TRUE(Eventually([this] { return !Find<QAction>("actStop")->isEnabled(); }));
         EXPECT_EQ(Find<QLabel>("lblFindNote")->text().toStdString(), step.note) << step.why;
         if (step.found != nullptr) {
             EXPECT_THAT(RevealedText(), HasSubstr(QString(step.found).remove("program ").toStdString()))
@@ -338,7 +338,7 @@ TEST_F(ViewerTest, AFailureToReadIsTheOwnersUntilItHasLeftOff) {
 
     prompts.Expect(Question{Question::Kind::Box, "Error# -1", {}, MsgBoxStyle::kCritical});
     View(broken());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Status().find("could not be read") != std::string::npos; }));
+    EXPECT_TRUE(Eventually([this] { return Status().find("could not be read") != std::string::npos; }));
 
     // A database that is closed meanwhile takes nothing from what is on show.
     Show(10);

@@ -5,6 +5,7 @@
 #include "platform/report/Layout.h"
 #include "platform/text.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/Windows.h"
 
 #include <chrono>
 
@@ -61,7 +62,7 @@ ReportsTest::~ReportsTest() {
 
 void ReportsTest::Settle() {
     QTest::qWait(1);
-    ASSERT_TRUE(QTest::qWaitFor([] { return !FormRegistry::Instance().IsLoaded("frmCompiling"); }));
+    ASSERT_TRUE(Eventually([] { return !FormRegistry::Instance().IsLoaded("frmCompiling"); }));
 }
 
 std::string ReportsTest::Values(const report::Report& report, const char* field) {

@@ -14,12 +14,42 @@
 
 #include <QAction>
 #include <QTest>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
+
+/// Acts on the report that is shown next, once all of it has been read; it must come while the object lives.
+class NextReport {
+public:
+    explicit NextReport(std::function<void(ReportWindow&)> act) : mAct(std::move(act)) {
+        mTimer.callOnTimeout([this] { Look(); });
+        mTimer.start(0);
+    }
+    ~NextReport() { EXPECT_TRUE(mHasCome) << "no report came"; }
+    NextReport(const NextReport&) = delete;
+    NextReport& operator=(const NextReport&) = delete;
+
+private:
+    void Look() {
+        auto* const window = static_cast<ReportWindow*>(FormRegistry::Instance().Find("frmAllReports"));
+        if (window == nullptr || !window->Report || window->Report->RowCount() == 0 ||
+            !window->Report->IsComplete())
+            return;
+        mHasCome = true;
+        mTimer.stop();
+        mAct(*window);
+    }
+
+    std::function<void(ReportWindow&)> mAct;
+    QTimer mTimer;
+    bool mHasCome = false;
+};
 
 /// A document of the machines' names.
 constexpr const char* kNames =

@@ -139,35 +139,29 @@ TEST_F(CustomReportsTest, AnEmptyListTellsWhatToPutWhere) {
 TEST_F(CustomReportsTest, AReportStandsOnTopOfTheListAndReturnsToIt) {
     folder.WriteFile("Staff.RPT", kNames);
     folder.WriteFile("staff.rni", kSettings);
-    int shown = 0;
+    const auto look = [](ReportWindow& report) {
+        EXPECT_TRUE(report.isModal());
+        EXPECT_EQ(report.windowTitle(), "Staff list");
+        EXPECT_EQ(Values(*report.Report, "COMPUTERNAME"), "PC2/PC1/PC3");
+        EXPECT_FALSE(FormRegistry::Instance().IsLoaded("frmCompiling"));
+        Trigger(report, "mnuClose");
+    };
     WithList([&](frmCustomReports& window, QListWidget& list) {
-        const auto look = [&] {
-            QTimer::singleShot(50, qApp, [&] {
-                auto* const report = Find("frmAllReports");
-                ASSERT_NE(report, nullptr);
-                EXPECT_TRUE(report->isModal());
-                EXPECT_EQ(report->windowTitle(), "Staff list");
-                EXPECT_EQ(Values(*report->Report, "COMPUTERNAME"), "PC2/PC1/PC3");
-                EXPECT_FALSE(FormRegistry::Instance().IsLoaded("frmCompiling"));
-                ++shown;
-                Trigger(*report, "mnuClose");
-            });
-        };
-        look();
-        DoubleClick(list, 0);
-        look();
+        {
+            const NextReport next(look);
+            DoubleClick(list, 0);
+        }
+        const NextReport next(look);
         QTest::keyClick(&window, Qt::Key_Return);
     });
-    EXPECT_EQ(shown, 2);
 }
 
 TEST_F(CustomReportsTest, AQueryMayBeginWithARemark) {
     folder.WriteFile("a.rpt", kNames);
     WithList([&](frmCustomReports& window, QListWidget& /*list*/) {
-        QTimer::singleShot(50, qApp, [] {
-            ASSERT_NE(Find("frmAllReports"), nullptr);
-            EXPECT_EQ(Values(*Find("frmAllReports")->Report, "COMPUTERNAME"), "PC2/PC1/PC3");
-            Trigger(*Find("frmAllReports"), "mnuClose");
+        const NextReport next([](ReportWindow& report) {
+            EXPECT_EQ(Values(*report.Report, "COMPUTERNAME"), "PC2/PC1/PC3");
+            Trigger(report, "mnuClose");
         });
         window.RunCustomReport(folder.Path("a.rpt"), "A", "-- all\n/* machines */ SELECT * FROM Net", 0);
     });

@@ -38,7 +38,7 @@ protected:
             act(*window);
         });
         timer.start(0);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }, 60'000));
+        EXPECT_TRUE(Eventually([&] { return window.isNull(); }));
         EXPECT_TRUE(wasInTheMiddle);
     }
     static bool IsLoaded(const char* name) { return FormRegistry::Instance().IsLoaded(name); }
@@ -78,7 +78,7 @@ TEST_F(ReportWindowTest, AReportOnShowKeepsNoDatabaseOpen) {
     EXPECT_EQ(Values(*window->Report, "COMPUTERNAME"), "PC1/PC2/PC3");
     Trigger(*window, "actRefresh");
     Settle();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->Report->IsComplete(); }));
+    ASSERT_TRUE(Eventually([&] { return window->Report->IsComplete(); }));
     EXPECT_EQ(Values(*window->Report, "COMPUTERNAME"), "PC1/PC2/PC3/PC4") << "read on the new connection";
     session.CloseSinDatabase(true);
     EXPECT_EQ(timesOpen(), 0);

@@ -74,7 +74,7 @@ TEST_F(SelectPrinterTest, AClickTakesEffectAtOnceAndCancelKeepsTheReportsPrinter
 TEST_F(SelectPrinterTest, WithoutADefaultOrAPrinterNothingIsChosen) {
     printing.defaultPrinter = printing.printers.size();
     Choose([&](frmSelectPrinter& chooser, QListWidget& list) {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return list.hasFocus(); }));
+        EXPECT_TRUE(Eventually([&] { return list.hasFocus(); }));
         EXPECT_THAT(list.selectedItems(), IsEmpty());
         Press(chooser, "cmdOK");
     });

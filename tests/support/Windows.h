@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>
+#include <QStyleHints>
 #include <QTest>
 #include <QTimer>
 
@@ -13,11 +14,30 @@
 #include <functional>
 #include <utility>
 
+/// Lets events through until `condition` holds, and returns whether it does. A busy machine takes its time.
+inline bool Eventually(const std::function<bool()>& condition) {
+    constexpr int kLongestWait = 60'000; // milliseconds
+    return QTest::qWaitFor(condition, kLongestWait);
+}
+
+/// How long a pause in typing may be, as long as it lives: a test says whether a text goes on.
+class TypingPause {
+public:
+    enum Length { Endless = 3'600'000, None = -1 }; // milliseconds
+    explicit TypingPause(Length length) { QGuiApplication::styleHints()->setKeyboardInputInterval(length); }
+    ~TypingPause() { QGuiApplication::styleHints()->setKeyboardInputInterval(mBefore); }
+    TypingPause(const TypingPause&) = delete;
+    TypingPause& operator=(const TypingPause&) = delete;
+
+private:
+    int mBefore = QGuiApplication::styleHints()->keyboardInputInterval();
+};
+
 /// Shows a window and waits until it has the keyboard.
 inline void ShowActive(QWidget& window) {
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(Eventually([&window] { return window.isActiveWindow(); }));
 }
 
 /// Acts on the modal dialog that runs next, which must come while the object lives and be closed by what is

@@ -67,7 +67,7 @@ protected:
     /// Shows the window and waits for the sweep that it then begins.
     static void ShowUntil(QWidget& window, const char* status) {
         ShowActive(window);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return Status(window) == status; })) << Status(window);
+        ASSERT_TRUE(Eventually([&] { return Status(window) == status; })) << Status(window);
     }
 
     TemporaryFolder folder;
@@ -164,7 +164,7 @@ TEST_F(PingTest, MayBeDestroyedInItsOwnSweep) {
         };
         window->show();
         window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return alive.isNull(); }));
+        EXPECT_TRUE(Eventually([&] { return alive.isNull(); }));
         QTest::qWait(1);
         EXPECT_EQ(probes.sent.back(), "ZUL TEST PING, 100 > " + last);
         EXPECT_FALSE(gRecordset->IsOpen());
@@ -185,8 +185,8 @@ TEST_F(PingTest, SweepsAnewWheneverItBecomesActiveButNotWithinASweep) {
     EXPECT_EQ(probes.sent.size(), 2U);
     probes.onSend = {};
     activate();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return probes.sent.size() == 4; }));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return Status(window) == "Done"; }));
+    EXPECT_TRUE(Eventually([&] { return probes.sent.size() == 4; }));
+    ASSERT_TRUE(Eventually([&] { return Status(window) == "Done"; }));
     EXPECT_EQ(Lines(window).size(), 2U) << "not added to those before";
 }
 
@@ -200,8 +200,8 @@ TEST_F(PingTest, AnyOtherFailureEndsTheSweepInSilence) {
     };
     frmPing window(context);
     ShowUntil(window, "Pinged : 127.0.0.2");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return probes.sent.size() == 3; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Lines(window).size() == 2; }));
+    EXPECT_TRUE(Eventually([this] { return probes.sent.size() == 3; }));
+    EXPECT_TRUE(Eventually([&] { return Lines(window).size() == 2; }));
     EXPECT_FALSE(CanRefresh(window));
     EXPECT_EQ(Status(window), "Pinged : 127.0.0.2") << "the last text stays";
     EXPECT_FALSE(gRecordset->IsOpen());
@@ -209,7 +209,7 @@ TEST_F(PingTest, AnyOtherFailureEndsTheSweepInSilence) {
     gConnection->Close();
     frmPing without(context);
     ShowUntil(without, "Working...");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !CanRefresh(without); }));
+    EXPECT_TRUE(Eventually([&] { return !CanRefresh(without); }));
     EXPECT_THAT(Lines(without), IsEmpty());
 }
 

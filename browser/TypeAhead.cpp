@@ -39,7 +39,7 @@ private:
 
 int TypeAhead::Find(const ListModel& list, int current, const QString& typed) {
     const int interval = QGuiApplication::styleHints()->keyboardInputInterval();
-    if (!mSinceKey.isValid() || mSinceKey.elapsed() > interval)
+    if (!mSinceKey.isValid() || mSinceKey.elapsed() >= interval)
         mTyped.clear();
     mSinceKey.start();
     mTyped += typed;

@@ -12,6 +12,8 @@ namespace {
 
 /// Below this an import is over before the dropped indexes could pay.
 constexpr std::size_t kFewFiles = 64;
+/// Whose stamps are read in a moment.
+constexpr std::size_t kFilesPerLook = 256;
 
 /// Characters of a machine's name in Net.
 constexpr std::size_t kLongestName = 20;
@@ -198,7 +200,7 @@ cSinImport::Files cSinImport::Scan(const std::string& directory, const std::stri
             add(files.currents, stem + "org", original);
         if (const auto personal = listing.Find(stem + "pnf"))
             add(files.personals, stem + "pnf", *personal);
-        if (mEvents != nullptr)
+        if (mEvents != nullptr && files.originals.size() % kFilesPerLook == 0)
             mEvents->StillWorking();
     }
     return files;

@@ -23,7 +23,7 @@ inline bool Eventually(const std::function<bool()>& condition) {
 /// How long a pause in typing may be, as long as it lives: a test says whether a text goes on.
 class TypingPause {
 public:
-    enum Length { Endless = 3'600'000, None = -1 }; // milliseconds
+    enum Length { Endless = 3'600'000, None = 0 }; // milliseconds
     explicit TypingPause(Length length) { QGuiApplication::styleHints()->setKeyboardInputInterval(length); }
     ~TypingPause() { QGuiApplication::styleHints()->setKeyboardInputInterval(mBefore); }
     TypingPause(const TypingPause&) = delete;

@@ -137,6 +137,8 @@ void KeptDatabase::Release() {
         std::filesystem::remove(JoinPath(mKeeping, name), ignored);
     std::filesystem::remove(mKeeping, ignored);
     mKeeping.clear();
+    // The last hold on a large file that has no name any more frees its room, which takes time.
+    mHolds.clear();
 }
 
 void KeptDatabase::PutBack() {

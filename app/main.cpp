@@ -2,6 +2,7 @@
 #include "app/Startup.h"
 #include "core/FormRegistry.h"
 #include "core/Globals.h"
+#include "platform/Aside.h"
 #include "platform/application.h"
 #include "platform/files.h"
 #include "platform/qtprompts.h"
@@ -16,7 +17,8 @@ int main(int argc, char** argv) {
     Application::ShowFailuresBy(&prompts);
     Application::BeforeShowing([] { FormRegistry::Instance().Unload("frmSplash"); });
     Application::AfterShowing([] {
-        if (gConnection)
+        // Not while a call on it is aside: the engine's log keeps what was committed.
+        if (gConnection && !RunsAside())
             gConnection->Close();
     });
     return Application::Guard([&] {

@@ -205,7 +205,7 @@ void DatabaseBackup::RestoreFrom(const std::string& archive, const std::string& 
         failure = PutInPlace(successor);
     mForm.StatusText("Restore done successfully");
     Reopen(successor);
-    // The old one is on show: nobody may take it for the restored one.
+    // The old database is open again, and must not be taken for the restored one.
     if (!failure.empty())
         mForm.StatusText("Restore failed: " + failure);
 }
@@ -229,7 +229,7 @@ std::string DatabaseBackup::PutInPlace(std::optional<Successor>& successor) {
         return {};
     }
     std::string failure = FailureOf([&] { successor->replaced.GiveWayTo(successor->file); });
-    // The old one is to be opened, which its sole hold would not let happen.
+    // The old database is opened next, which the hold on it would prevent.
     if (!failure.empty())
         successor.reset();
     return failure;

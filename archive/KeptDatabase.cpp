@@ -32,7 +32,7 @@ std::vector<std::string> NamesOf(const std::string& path) {
         const std::string name = FileNameOf(path) + suffix;
         const std::vector<std::string> spellings = listing.Spellings(name);
         names.insert(names.end(), spellings.begin(), spellings.end());
-        // A hidden file is not listed. On a disk without case one that is has this name, too.
+        // The listing leaves out hidden files. On a disk that ignores case, a listed spelling may be this one.
         const std::string ownPath = JoinPath(folder, name);
         const auto isSame = [&](const std::string& spelling) {
             std::error_code ignored;
@@ -73,7 +73,7 @@ void LinkOrCopy(MainForm& form, const std::string& from, const std::string& to) 
         std::filesystem::remove(to, ignored);
         throw;
     }
-    // It may be put back.
+    // The copy may be put back, so it keeps the rights.
     std::filesystem::permissions(to, std::filesystem::status(from, ignored).permissions(), ignored);
 }
 
@@ -90,7 +90,7 @@ KeptDatabase::KeptDatabase(MainForm& form, const ReplacedFile& successor) : mPat
     const std::vector<std::string> names = NamesOf(mPath);
     if (names.empty())
         return;
-    // Who has it open would go on writing to a file that lost its name.
+    // Another program that has it open would go on writing to a file without a name.
     for (const std::string& name : names)
         if (EqualNoCase(name, FileNameOf(mPath)))
             mHolds.emplace_back(JoinPath(folder, name));
@@ -153,12 +153,12 @@ void KeptDatabase::PutBack() {
     for (const std::string& name : mNames) {
         const std::string kept = JoinPath(mKeeping, name);
         const std::string place = JoinPath(FolderOf(mPath), name);
-        // As long as the new one has not stood there, only what is missing has been taken away.
+        // Before the new database took its place, only files that are missing now were removed.
         if (mHasGivenWay || !FileExists(place))
             std::filesystem::rename(kept, place, ignored);
         else
             ignored.clear();
-        // Still there where it was not needed. Where both are one file, a rename leaves both names.
+        // A kept file that was not needed is left, and a rename between two names of one file leaves both.
         if (!ignored)
             std::filesystem::remove(kept, ignored);
     }

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr std::size_t kDictionary = std::size_t{32} << 10U;
-/// The caller's thread could not feed more.
+/// The calling thread could not read fast enough for more.
 constexpr unsigned kMostThreads = 32;
 /// More than the library's own bound for a block of bytes that can not be compressed, and its end.
 constexpr std::size_t kMostPacked =
@@ -129,7 +129,7 @@ void ParallelDeflate::Fill() {
         block.bytes.resize(block.dictionary + kBlock);
         const std::size_t length = mInput(block.bytes.data() + block.dictionary, kBlock);
         block.bytes.resize(block.dictionary + length);
-        // Where the input ends with a block, one of no bytes ends the stream.
+        // When the input ends exactly at a block's end, an empty last block ends the stream.
         block.isLast = mIsAtEnd = length < kBlock;
         mBefore.assign(block.bytes, block.bytes.size() - std::min(block.bytes.size(), kDictionary));
         {

@@ -130,7 +130,7 @@ void Pack(const VBZip::Window& window, const std::string& source, const std::str
     ReplacedFile::ClearAbandoned(FolderOf(path));
     ReplacedFile target(path, ReplacedFile::Rights::OwnerOnly);
     ZipFileSink sink(target);
-    // One that moves the bar by itself; smaller files, and a folder of them, would gain little.
+    // It moves the bar itself. Smaller files, and a folder of them, would gain little.
     std::optional<DeflatedFile> large;
     if (files.size() == 1 && FileLength(files.front().path) >= kLarge)
         large.emplace(files.front().path, work);
@@ -182,7 +182,7 @@ public:
             RaiseSystem(errno, mFolder);
         // A file system that knows no size of its own tells zeros.
         const double free = static_cast<double>(disk.f_bavail) * static_cast<double>(disk.f_frsize);
-        // The folder itself is a temporary one that nobody knows.
+        // The folder itself is temporary, so its name would tell the user nothing.
         if (disk.f_blocks != 0 && mExpected >= free)
             Raise(Errors::kDiskFull, FolderOf(mFolder));
         for (zip_uint64_t entry = 0; entry < entries; ++entry)

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Letters, in lower case, that are made of others though Unicode takes none of them apart, and one that it
-/// takes apart though it is a letter of its own.
+/// Lower-case letters whose base letters Unicode's decomposition does not give, and the Cyrillic short i,
+/// which it decomposes although it is a letter of its own.
 struct MadeOf {
     char32_t letter;
     const char* base;

@@ -35,8 +35,8 @@ std::chrono::local_days DateFromPositions(std::string_view text) {
     return std::chrono::local_days(month / 1) + std::chrono::days(number(8, 2) - 1);
 }
 
-/// Lets go of a file that is refused, or that another one takes the place of. Its log may be another
-/// program's at work, and is no failure here.
+/// Closes a database that is refused or replaced. A log that remains may belong to another program that is
+/// at work, and is no failure here.
 void CloseSilently() {
     try {
         if (gConnection)
@@ -66,7 +66,7 @@ DatabaseSession::DatabaseSession(MainForm& form, Prompts& prompts, const Clock& 
       mUnloadSplash(std::move(unloadSplash)) {}
 
 bool DatabaseSession::ConnectSinDatabase(const std::string& path) {
-    // Not by its last owner's end: a report on show is one, and would keep the file open.
+    // Closed here and not by its last owner: an open report is one, and would keep the file open.
     CloseSilently();
     try {
         gConnection = std::make_shared<ADODB::Connection>();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The console's own logon users: one text, "<name>:<password>;" for each, kept scrambled in the settings.
 // Nothing is escaped: a ":" or ";" in a name or password breaks the list. It keeps out the curious, no more.
-// The store has the characters of the system's code page alone: of others two texts could be stored as one.
+// The store holds only characters of the system's code page; other texts could become one and the same.
 #pragma once
 
 #include <cstddef>

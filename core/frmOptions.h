@@ -52,7 +52,7 @@ private:
     void WriteCollectorIni(const std::string& folder);
     void BTNInfoClick(std::size_t index);
     void ChooseFolder(const std::string& folder);
-    /// A separator at the folder's end would count as the one that parts it from the folder above.
+    /// Strips separators from the folder's end: the last one marks the folder above.
     void LeaveFolder();
     void ViewAgreement();
     void OK();

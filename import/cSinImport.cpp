@@ -12,7 +12,7 @@ namespace {
 
 /// Below this an import is over before the dropped indexes could pay.
 constexpr std::size_t kFewFiles = 64;
-/// Whose stamps are read in a moment.
+/// Reading the stamps of so many files takes a few milliseconds.
 constexpr std::size_t kFilesPerLook = 256;
 
 /// Characters of a machine's name in Net.
@@ -149,7 +149,7 @@ bool cSinImport::ImportInfData(const std::string& directory, const std::string& 
     }
 }
 
-/// Names the file in hand behind a failure that what it holds has caused.
+/// For a failure caused by a file's contents: that file's name, to follow the description.
 std::string cSinImport::InWhichFile(int failure) const {
     const bool isOfContents =
         failure == Errors::kOverflow || failure == Errors::kTypeMismatch || failure == Errors::kInvalidCall;

@@ -26,7 +26,7 @@ std::string Resolved(const std::string& path) {
     return real ? std::string(real.get()) : path;
 }
 
-/// A name for the file while it grows, with the letters that make it its own still to be found.
+/// The temporary name; mkostemp replaces its last six letters.
 std::string Template(const std::string& target) {
     const std::string folder = FolderOf(target);
     if (folder.empty())
@@ -44,16 +44,15 @@ int MakeTemporary(const std::string& target, std::string& temporary) {
         if (file < 0 && errno == ENOENT)
             Raise(Errors::kPathNotFound, FolderOf(target));
         struct stat status {};
-        // Disks without locks hold nothing; nothing on them is taken for left behind either.
+        // A disk without locks is fine: ClearAbandoned deletes nothing there.
         if (file < 0 || flock(file, LOCK_EX) != 0 || fstat(file, &status) != 0 || status.st_nlink > 0)
             return file;
-        // It was taken for such a one before it was held.
+        // ClearAbandoned deleted it before it was locked.
         close(file);
     }
 }
 
-/// Whether `file`, opened by its name, is one that this user's programs have made and nobody holds. Holds it
-/// then.
+/// Whether `file` is this user's and no running program has it locked. Locks it then.
 bool IsAbandoned(const Descriptor& file) {
     struct stat status {};
     return fstat(file.Number(), &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
@@ -111,7 +110,7 @@ void ReplacedFile::Commit() {
         mode = (mode & ~mode_t{S_IRWXG}) | ((mode & S_IRWXO) << 3U);
     if (fchmod(mFile.Number(), mode) != 0 || fsync(mFile.Number()) != 0)
         RaiseSystem(errno, mTarget);
-    // Held until it has its name.
+    // Renamed before it is closed, so that the lock holds until then.
     if (rename(mTemporary.c_str(), mTarget.c_str()) != 0)
         RaiseSystem(errno, mTarget);
     mTemporary.clear();

@@ -32,7 +32,8 @@ std::vector<std::string> NamesOf(const std::string& path) {
         const std::string name = FileNameOf(path) + suffix;
         const std::vector<std::string> spellings = listing.Spellings(name);
         names.insert(names.end(), spellings.begin(), spellings.end());
-        // The listing leaves out hidden files. On a disk that ignores case, a listed spelling may be this one.
+        // The listing leaves out hidden files. On a disk that ignores case, a listed spelling may be this
+        // one.
         const std::string ownPath = JoinPath(folder, name);
         const auto isSame = [&](const std::string& spelling) {
             std::error_code ignored;
